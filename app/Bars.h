@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QString>
+
+#include <compare>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+/// One candle. `date` is yyyymmdd, `time` is hhmmss and 0 for bars of a day or longer.
+struct Bar {
+    std::int32_t date = 0;
+    std::int32_t time = 0;
+    double open = 0;
+    double high = 0;
+    double low = 0;
+    double close = 0;
+    double volume = 0;
+};
+
+/// The moment that names a bar (see Bar); ordered by date, then time.
+struct BarTime {
+    std::int32_t date = 0;
+    std::int32_t time = 0;
+
+    // NOLINTNEXTLINE(modernize-use-nullptr): takes the 0 of the generated comparison for a pointer.
+    auto operator<=>(const BarTime&) const = default;
+};
+
+struct PriceRange {
+    double low = 0;
+    double high = 0;
+};
+
+/// The bars of one instrument: ascending, at most one bar per moment.
+class BarSeries {
+public:
+    BarSeries() = default;
+
+    /// Takes bars in any order; of several bars with the same date and time the last one given is kept.
+    BarSeries(QString name, std::vector<Bar> bars);
+
+    const QString& name() const { return name_; }
+    const std::vector<Bar>& bars() const { return bars_; }
+    int size() const { return static_cast<int>(bars_.size()); }
+    bool isEmpty() const { return bars_.empty(); }
+
+    /// `index` must be within 0 to size() - 1.
+    const Bar& at(int index) const { return bars_[static_cast<std::size_t>(index)]; }
+    BarTime timeAt(int index) const { return {at(index).date, at(index).time}; }
+
+    /// Whether any bar carries a time of day.
+    bool isIntraday() const { return intraday_; }
+
+    /// Index of the first bar at or after the moment; size() when there is none.
+    int lowerBound(std::int32_t date, std::int32_t time) const;
+
+    /// Lowest low and highest high of the bars `first` to `last`, both included and clamped to the loaded bars;
+    /// nothing when no loaded bar lies among them.
+    std::optional<PriceRange> priceRange(int first, int last) const;
+
+    /// Largest volume of the bars `first` to `last`, clamped as in priceRange(); 0 when no loaded bar lies among them.
+    double maxVolume(int first, int last) const;
+
+private:
+    QString name_;
+    std::vector<Bar> bars_;
+    bool intraday_ = false;
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+
+/// The colours of a chart, from the current theme; a theme that leaves one out gets the light theme's.
+struct ChartTheme {
+    QColor background;
+    QColor grid;
+    QColor axisText;
+    QColor candleUp;
+    QColor candleDown;
+    QColor volumeUp;
+    QColor volumeDown;
+
+    static ChartTheme current();
+
+    /// For the window around the chart.
+    [[nodiscard]] QPalette windowPalette() const;
+};

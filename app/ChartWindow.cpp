@@ -1,0 +1,169 @@
+#include "app/ChartWindow.h"
+
+#include "app/AxisTicks.h"
+#include "app/ChartSplitView.h"
+#include "panels/QZPaintControl.h"
+#include "platform/QZFont.h"
+#include "platform/QZGlobalEnv.h"
+#include "surface/QZPaintLayer.h"
+
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QWindow>
+
+#include <mutex>
+
+ChartWindow::ChartWindow(QWidget* parent)
+    : QMainWindow(parent),
+      chart_(new ChartSplitView(this)),
+      palette_(*this),
+      summary_(new QLabel(this)),
+      barLabel_(new QLabel(this))
+{
+    setWindowTitle(tr("qzchart"));
+    resize(1280, 800);
+    setCentralWidget(chart_);
+    addMenu();
+    addTools();
+    statusBar()->addWidget(summary_, 1);
+    statusBar()->addPermanentWidget(barLabel_);
+    connect(chart_, &ChartSplitView::activePaneChanged, this, &ChartWindow::followPane);
+    connect(chart_, &ChartSplitView::barPointedAt, this, &ChartWindow::describeBar);
+
+    QZNotificationCenter& center = QZNotificationCenter::defaultCenter();
+    styleObservation_ = center.observe(QStringLiteral("QZUIOverallStyleDidChangeNotification"),
+                                       [this](const QZNotification&) { applyTheme(); });
+    applyTheme();
+    chart_->setEnablePaintControl(true);
+    chart_->setSupportPaint(true);
+    chart_->setFocus();
+}
+
+void ChartWindow::addMenu()
+{
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&New window"), QKeySequence::New, this, &ChartWindow::openWindow);
+    file->addAction(tr("&Open…"), QKeySequence::Open, this, &ChartWindow::openFile);
+    file->addSeparator();
+    file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+}
+
+void ChartWindow::addTools()
+{
+    QToolBar* bar = addToolBar(tr("Chart"));
+    bar->setMovable(false);
+    const auto add = [this, bar](const QString& name, const QString& tip, auto slot) {
+        QAction* action = bar->addAction(name, this, slot);
+        action->setToolTip(tip);
+    };
+    add(tr("Drawing tools"), tr("Open or close the drawing tools (P); digits 1 to 6 pick a line"),
+        [this] { palette_.toggle(); });
+    add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"), &ChartWindow::switchTheme);
+}
+
+void ChartWindow::openWindow()
+{
+    auto* window = new ChartWindow;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->showSeries(data_, summary_->text());
+    window->show();
+}
+
+void ChartWindow::switchTheme()
+{
+    QZGlobalEnv& environment = QZGlobalEnv::getShareInstance();
+    const bool isDark = environment.themeName() == QLatin1String("dark");
+    environment.setTheme(isDark ? QStringLiteral("light") : QStringLiteral("dark"));
+}
+
+void ChartWindow::openFile()
+{
+    const QString path =
+        QFileDialog::getOpenFileName(this, tr("Open bars"), QString(), tr("Bars (*.csv *.tsv *.txt);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    const BarReadResult result = readBars(path);
+    if (!result.isOk()) {
+        QMessageBox::warning(this, tr("Open bars"), result.error);
+        return;
+    }
+    showBars(result);
+}
+
+void ChartWindow::showBars(const BarReadResult& result)
+{
+    if (result.series.name() != data_->series.name()) {
+        for (ChartPane* pane : chart_->panes()) {
+            pane->paintLayer()->cancelCurrentGraph();
+            const std::lock_guard lock(pane->paintLayer()->graphs());
+            pane->paintLayer()->graphs().removeAll();
+        }
+        QZPaintControl::sharedManager().resetAllButtons(false);
+    }
+    showSeries(std::make_shared<const ChartData>(result.series), result.summary());
+}
+
+void ChartWindow::showSeries(std::shared_ptr<const ChartData> shown, const QString& summary)
+{
+    data_ = std::move(shown);
+    chart_->setChartData(data_);
+    summary_->setText(summary);
+    setWindowTitle(tr("%1 - qzchart").arg(data_->series.name()));
+    describeBar(std::nullopt);
+    followPane();
+}
+
+void ChartWindow::followPane()
+{
+    const QZPaintManagerView* pane = chart_->activeView();
+    ChartPalette::follow(data_->series.isIntraday(), pane == nullptr ? QZAllEnabledTypes : pane->enableTypes());
+}
+
+void ChartWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::ActivationChange || !isActiveWindow())
+        return;
+    QZGlobalEnv::getShareInstance().setMainWindow(windowHandle());
+    chart_->resetPiantConfigDelegate();
+    palette_.takeOver();
+    followPane();
+}
+
+void ChartWindow::applyTheme()
+{
+    setPalette(ChartTheme::current().windowPalette());
+    chart_->applyTheme();
+}
+
+void ChartWindow::describeBar(std::optional<int> bar)
+{
+    QString text;
+    if (bar) {
+        text = momentText(data_->calendar.at(*bar), data_->series.isIntraday());
+        if (*bar >= 0 && *bar < data_->series.size()) {
+            const Bar& shown = data_->series.at(*bar);
+            text += tr("   O %1   H %2   L %3   C %4   V %5")
+                        .arg(priceText(shown.open), priceText(shown.high), priceText(shown.low), priceText(shown.close),
+                             volumeText(shown.volume));
+        }
+    }
+    if (barLabel_->text() != text)
+        barLabel_->setText(text);
+}
+
+void ChartWindow::keyPressEvent(QKeyEvent* event)
+{
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == 0;
+    if (isPlain && event->key() == Qt::Key_P)
+        palette_.toggle();
+    else if (isPlain && event->key() == Qt::Key_T)
+        switchTheme();
+    else if (!isPlain || !ChartPalette::pressKey(event->key()))
+        QMainWindow::keyPressEvent(event);
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "app/BarReader.h"
+#include "app/ChartData.h"
+#include "app/ChartPalette.h"
+#include "platform/QZNotificationCenter.h"
+
+#include <QMainWindow>
+
+#include <memory>
+#include <optional>
+
+class ChartSplitView;
+class QLabel;
+
+/// The reference host's window: candles above volume, drawing tools, and what the bar under the mouse says.
+class ChartWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit ChartWindow(QWidget* parent = nullptr);
+
+    [[nodiscard]] ChartSplitView& chart() { return *chart_; }
+
+    /// Shows what was read, which must be usable. Figures stay while the series keeps its name and go with it.
+    void showBars(const BarReadResult& result);
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void addMenu();
+    void addTools();
+    void openWindow();
+    void openFile();
+    void showSeries(std::shared_ptr<const ChartData> shown, const QString& summary);
+    static void switchTheme();
+    /// The palette offers what the active pane takes.
+    void followPane();
+    void applyTheme();
+    void describeBar(std::optional<int> bar);
+
+    std::shared_ptr<const ChartData> data_ = std::make_shared<const ChartData>();
+    ChartSplitView* chart_;
+    ChartPalette palette_;
+    QLabel* summary_;
+    QLabel* barLabel_;
+    QZObservation styleObservation_;
+};

@@ -1,0 +1,120 @@
+#include "app/BarReader.h"
+#include "app/ChartWindow.h"
+#include "app/DemoGestures.h"
+#include "app/SampleBars.h"
+#include "platform/QZGlobalEnv.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <span>
+
+namespace {
+
+constexpr int failed = 1;
+constexpr int unusable = 2;
+
+void print(FILE* stream, const QString& line)
+{
+    std::fprintf(stream, "%s\n", qUtf8Printable(line));
+    std::fflush(stream);
+}
+
+bool writeFile(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush())
+        return true;
+    print(stderr, QStringLiteral("%1: %2").arg(path, file.errorString()));
+    return false;
+}
+
+int generateSamples(const QString& folder)
+{
+    const QDir dir(folder);
+    if (!dir.mkpath(QStringLiteral("."))) {
+        print(stderr, QStringLiteral("%1: cannot create the folder").arg(folder));
+        return failed;
+    }
+    const bool written = writeFile(dir.filePath(QStringLiteral("daily.csv")), dailySampleCsv()) &&
+                         writeFile(dir.filePath(QStringLiteral("minutes.csv")), minuteSampleCsv());
+    return written ? 0 : failed;
+}
+
+int showChart(const BarReadResult& bars, const QString& picturePath)
+{
+    ChartWindow window;
+    window.showBars(bars);
+    window.show();
+    if (picturePath.isNull())
+        return QApplication::exec();
+
+    const QString failure = DemoGestures(window).play(picturePath);
+    if (!failure.isNull()) {
+        print(stderr, failure);
+        return failed;
+    }
+    print(stdout, QStringLiteral("Wrote %1").arg(QFileInfo(picturePath).absoluteFilePath()));
+    return 0;
+}
+
+/// What needs no window needs no display either.
+std::unique_ptr<QCoreApplication> createApplication(int& argc, char** argv)
+{
+    for (const char* argument : std::span(argv, static_cast<std::size_t>(argc))) {
+        if (std::strncmp(argument, "--generate-samples", 18) == 0 || std::strcmp(argument, "--help") == 0)
+            return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    return std::make_unique<QApplication>(argc, argv);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const auto application = createApplication(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("qzchart"));
+
+    const QCommandLineOption demo(QStringLiteral("demo"),
+                                  QStringLiteral("Play a demonstration and write what the window shows to PNG."),
+                                  QStringLiteral("PNG"));
+    const QCommandLineOption theme(QStringLiteral("theme"), QStringLiteral("Colours: light or dark."),
+                                   QStringLiteral("name"), QStringLiteral("light"));
+    const QCommandLineOption samples(QStringLiteral("generate-samples"),
+                                     QStringLiteral("Write the sample bars to the folder DIR and exit."),
+                                     QStringLiteral("DIR"));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("A stock chart to draw on."));
+    parser.addHelpOption();
+    parser.addOptions({demo, theme, samples});
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Delimited text file of bars."),
+                                 QStringLiteral("[FILE]"));
+    parser.process(*application);
+    if (parser.isSet(samples))
+        return generateSamples(parser.value(samples));
+    if (parser.positionalArguments().size() > 1) {
+        print(stderr, QStringLiteral("qzchart: one file at a time"));
+        return unusable;
+    }
+    if (!QZGlobalEnv::getShareInstance().setTheme(parser.value(theme))) {
+        print(stderr, QStringLiteral("qzchart: no theme named %1").arg(parser.value(theme)));
+        return unusable;
+    }
+
+    const BarReadResult bars = readBars(parser.positionalArguments().value(0, dailySamplePath()));
+    if (!bars.isOk()) {
+        print(stderr, bars.error);
+        return unusable;
+    }
+    for (const QString& reason : bars.skipReasons)
+        print(stderr, reason);
+    if (bars.skippedRows > 0)
+        print(stderr, bars.summary());
+    return showChart(bars, parser.value(demo));
+}

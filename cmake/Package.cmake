@@ -1,0 +1,15 @@
+# `cmake --install` gives a host a package: find_package(QZLinePaintToolFactory).
+include(CMakePackageConfigHelpers)
+
+set(qz_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/QZLinePaintToolFactory)
+configure_package_config_file(cmake/QZLinePaintToolFactoryConfig.cmake.in QZLinePaintToolFactoryConfig.cmake
+                              INSTALL_DESTINATION ${qz_package_dir})
+write_basic_package_version_file(QZLinePaintToolFactoryConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+
+install(TARGETS qz_flags qz_platform qz_model qz_tools qz_panels QZLinePaintToolFactory EXPORT QZLinePaintToolFactoryTargets)
+install(EXPORT QZLinePaintToolFactoryTargets NAMESPACE QZLinePaintToolFactory:: DESTINATION ${qz_package_dir})
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/QZLinePaintToolFactoryConfig.cmake
+              ${CMAKE_CURRENT_BINARY_DIR}/QZLinePaintToolFactoryConfigVersion.cmake
+        DESTINATION ${qz_package_dir})
+install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QZLinePaintToolFactory FILES_MATCHING PATTERN "*.h")
+install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})

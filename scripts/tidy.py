@@ -1,0 +1,146 @@
+#!/usr/bin/env python3
+"""Runs clang-tidy over the repository's own .cpp files, several at a time.
+
+  scripts/tidy.py [--jobs N] [--build FOLDER] [FILE ...]
+
+A file that came out clean is remembered under build/tidy-cache and skipped until it changes, a header of the repository
+that it includes (directly or not) changes, or .clang-tidy, its compile command or clang-tidy itself does.
+FILE limits the run to these files; the build folder must hold compile_commands.json and be built, for the generated
+files.
+"""
+
+import argparse
+import concurrent.futures
+import hashlib
+import json
+import pathlib
+import re
+import shlex
+import subprocess
+import sys
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+CACHE = ROOT / "build" / "tidy-cache"
+TIDY = "clang-tidy-14"
+INCLUDE = re.compile(rb'^[ \t]*#[ \t]*include[ \t]*[<"]([^">\n]+)[">]', re.MULTILINE)
+
+
+class Inputs:
+    """What clang-tidy's answer for a file depends on, each file read once."""
+
+    def __init__(self, common):
+        self._common = common
+        self._read = {}
+
+    def _digest_and_includes(self, path):
+        if path not in self._read:
+            content = path.read_bytes()
+            names = [name.decode("utf-8", "replace") for name in INCLUDE.findall(content)]
+            self._read[path] = (hashlib.sha256(content).hexdigest(), names)
+        return self._read[path]
+
+    def key(self, source, command, include_folders):
+        pending, seen = [source], set()
+        while pending:
+            path = pending.pop()
+            if path in seen:
+                continue
+            seen.add(path)
+            for name in self._digest_and_includes(path)[1]:
+                for folder in (path.parent, *include_folders):
+                    candidate = (folder / name).resolve()
+                    if is_ours(candidate) and candidate.is_file():
+                        pending.append(candidate)
+                        break
+        parts = [self._common, command]
+        parts += [f"{path.relative_to(ROOT)} {self._digest_and_includes(path)[0]}" for path in sorted(seen)]
+        return hashlib.sha256("\n".join(parts).encode()).hexdigest()
+
+
+def is_ours(path):
+    """In the repository and not generated."""
+    return path.is_relative_to(ROOT) and not path.is_relative_to(ROOT / "build")
+
+
+def include_folders(command):
+    folders = []
+    words = shlex.split(command)
+    for index, word in enumerate(words):
+        if word in ("-I", "-isystem") and index + 1 < len(words):
+            folders.append(pathlib.Path(words[index + 1]))
+        elif word.startswith("-I"):
+            folders.append(pathlib.Path(word[2:]))
+    return [folder for folder in folders if is_ours(folder)]
+
+
+def sources_to_check(build, only):
+    """(source, compile command) of each file that is ours; each once, whatever the number of targets it is in."""
+    database = build / "compile_commands.json"
+    if not database.is_file():
+        sys.exit(f"tidy: {database} is missing: build the dev preset first")
+    found = {}
+    for entry in json.loads(database.read_text(encoding="utf-8")):
+        source = (pathlib.Path(entry["directory"]) / entry["file"]).resolve()
+        if is_ours(source) and source.is_file() and (not only or source in only):
+            found.setdefault(source, entry["command"])
+    unknown = sorted(only - found.keys())
+    if unknown:
+        sys.exit("tidy: not in " + str(database) + ": " + ", ".join(map(str, unknown)))
+    if not found:
+        sys.exit(f"tidy: {database} names no file of ours")
+    return found
+
+
+def tidy(source, build):
+    """(exit status, output, seconds); what clang-tidy says of warnings it suppressed is left out."""
+    start = time.monotonic()
+    done = subprocess.run([TIDY, "--quiet", "-p", str(build), str(source)], cwd=ROOT, text=True, errors="replace",
+                          stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
+    output = done.stdout
+    if done.returncode != 0:
+        output += "\n".join(line for line in done.stderr.splitlines() if not re.match(r"\d+ (warnings|errors)", line))
+    return done.returncode, output.strip(), time.monotonic() - start
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--jobs", type=int, default=2)
+    parser.add_argument("--build", type=pathlib.Path, default=ROOT / "build" / "dev")
+    parser.add_argument("files", nargs="*", type=pathlib.Path, metavar="FILE")
+    options = parser.parse_args()
+    build = options.build.resolve()
+    only = {path.resolve() for path in options.files}
+
+    version = subprocess.run([TIDY, "--version"], text=True, stdout=subprocess.PIPE, check=True).stdout
+    inputs = Inputs(version + (ROOT / ".clang-tidy").read_text(encoding="utf-8"))
+    sources = sources_to_check(build, only)
+    keys = {source: inputs.key(source, command, include_folders(command)) for source, command in sources.items()}
+
+    CACHE.mkdir(parents=True, exist_ok=True)
+    if not only:
+        for stale in {entry.name for entry in CACHE.iterdir()} - set(keys.values()):
+            (CACHE / stale).unlink()
+    pending = [source for source in sorted(sources) if not (CACHE / keys[source]).exists()]
+    print(f"tidy: {len(pending)} of {len(sources)} files to check", flush=True)
+
+    failed = []
+    with concurrent.futures.ThreadPoolExecutor(max_workers=max(1, options.jobs)) as pool:
+        running = {pool.submit(tidy, source, build): source for source in pending}
+        for done, future in enumerate(concurrent.futures.as_completed(running), 1):
+            source = running[future]
+            status, output, seconds = future.result()
+            name = source.relative_to(ROOT)
+            print(f"[{done}/{len(pending)}] {name} ({seconds:.0f} s){'' if status == 0 else ' FAILED'}", flush=True)
+            if status == 0:
+                (CACHE / keys[source]).write_text(f"{name}\n", encoding="utf-8")
+            else:
+                failed.append(name)
+                print(output, flush=True)
+    for name in sorted(failed):
+        print(f"tidy: {name} failed")
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/QZGeometry.h"
+
+#include <cstdint>
+#include <limits>
+
+/// Both coordinates of a point that does not exist: the largest 32-bit float, held in doubles.
+inline constexpr double missingCoordinate = static_cast<double>(std::numeric_limits<float>::max());
+inline constexpr QZPoint missingPoint{missingCoordinate, missingCoordinate};
+/// What a host's conversion answers for a chart point that it cannot place.
+inline constexpr QZPoint unplaceablePoint{-missingCoordinate, -missingCoordinate};
+
+/// Whether both coordinates lie in the closed range of ±100000 px in which figures are measured and drawn.
+bool isWithinDrawingRange(QZPoint point);
+
+/// Euclidean distance (px); maxMinDistance when a coordinate is out of range.
+double distanceOfPoints(QZPoint a, QZPoint b);
+/// Distance (px) from `p` to the infinite line through `a` and `b`; maxMinDistance when a coordinate is out of range.
+double minDistanceFromPointToLine(QZPoint p, QZPoint a, QZPoint b);
+/// Distance (px) from `p` to the segment. A vertical segment is measured as its whole line.
+double minDistanceFromPointToSegment(QZPoint p, QZPoint a, QZPoint b);
+
+/// The point of the line through `a` and `b` at `x`; `a` when both are the same; missingPoint for a vertical line.
+QZPoint getPointFromLine(double x, QZPoint a, QZPoint b);
+/// The point of the line through `a` and `b` at `y`; missingPoint for a horizontal line, coincident points included.
+QZPoint getPointFromLineViaY(double y, QZPoint a, QZPoint b);
+
+/// The n-th Fibonacci number (1, 1, 2, 3, 5, ...); -1 for n below 1. `n` is small, at most 46.
+std::int32_t fibonacci(std::int32_t n);

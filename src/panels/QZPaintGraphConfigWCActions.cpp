@@ -1,0 +1,156 @@
+#include "panels/QZPaintGraphConfigWC.h"
+
+#include <QSignalBlocker>
+
+#include <cmath>
+#include <limits>
+
+// What the strip is told and what it tells: values, actions and the colour picker.
+
+void QZPaintGraphConfigWC::setDelegate(QZPaintGraphConfigWCDelegate* delegate)
+{
+    delegate_ = delegate;
+    delegateLifetime_ = delegate == nullptr ? std::weak_ptr<void>() : delegate->lifetime_;
+}
+
+QZPaintGraphConfigWCDelegate* QZPaintGraphConfigWC::delegate() const
+{
+    return delegateLifetime_.expired() ? nullptr : delegate_;
+}
+
+void QZPaintGraphConfigWC::setStrokeColor(const QColor& color)
+{
+    if (!color.isValid())
+        return;
+    cwStrokeColor_->setColor(color);
+    if (activeWell_ == cwStrokeColor_)
+        showColorOf(*cwStrokeColor_);
+}
+
+void QZPaintGraphConfigWC::setFillColor(const QColor& color)
+{
+    cwFillColor_->setColor(color);
+    if (activeWell_ == cwFillColor_)
+        showColorOf(*cwFillColor_);
+}
+
+void QZPaintGraphConfigWC::setLineType(std::uint64_t lineType)
+{
+    lineType_ = lineType;
+    const bool isTag = lineType <= static_cast<std::uint64_t>(std::numeric_limits<int>::max());
+    popLineType_->selectItemWithTag(isTag ? static_cast<int>(lineType) : QZPopUpButton::noTag);
+}
+
+void QZPaintGraphConfigWC::setLineWidth(double lineWidth)
+{
+    const double rounded = std::round(lineWidth);
+    const bool isUsable = rounded >= 1.0 && rounded <= maxLineWidth; // not for what is no number
+    lineWidth_ = static_cast<int>(isUsable ? rounded : (rounded > maxLineWidth ? maxLineWidth : 1.0));
+    popLineWidth_->selectItemWithTag(isUsable ? lineWidth_ - 1 : QZPopUpButton::noTag);
+}
+
+void QZPaintGraphConfigWC::clickedEdit()
+{
+    if (auto* told = delegate())
+        told->paintGraphConfigDidEdit(*this);
+}
+
+void QZPaintGraphConfigWC::selectedStrokeColor()
+{
+    if (auto* told = delegate())
+        told->paintGraphConfigStrokeColorDidChange(*this, strokeColor());
+}
+
+void QZPaintGraphConfigWC::selectedFillColor()
+{
+    if (auto* told = delegate())
+        told->paintGraphConfigFillColorDidChange(*this, fillColor());
+}
+
+void QZPaintGraphConfigWC::selectedLineType()
+{
+    if (const int tag = popLineType_->selectedTag(); tag != QZPopUpButton::noTag)
+        setLineType(static_cast<std::uint64_t>(tag));
+    if (auto* told = delegate())
+        told->paintGraphConfigLineTypeDidChange(*this, lineType_);
+    window_.returnKeyboard();
+}
+
+void QZPaintGraphConfigWC::selectedLineWidth()
+{
+    if (const int tag = popLineWidth_->selectedTag(); tag != QZPopUpButton::noTag)
+        setLineWidth(tag + 1.0);
+    if (auto* told = delegate())
+        told->paintGraphConfigLineWidthDidChange(*this, lineWidth());
+    window_.returnKeyboard();
+}
+
+void QZPaintGraphConfigWC::clickedIsLocked()
+{
+    if (auto* told = delegate())
+        told->paintGraphConfigIsLockedDidChange(*this, isLocked());
+    window_.returnKeyboard();
+}
+
+void QZPaintGraphConfigWC::clickedDelete()
+{
+    if (auto* told = delegate())
+        told->paintGraphConfigDidDelete(*this);
+    window_.returnKeyboard();
+}
+
+void QZPaintGraphConfigWC::windowWillClose()
+{
+    if (colorPanel_ != nullptr)
+        colorPanel_->close();
+}
+
+void QZPaintGraphConfigWC::makeColorPanel()
+{
+    // A child of the strip, so that it stays above it.
+    colorPanel_ = new QColorDialog(&window_);
+    colorPanel_->setOptions(QColorDialog::DontUseNativeDialog | QColorDialog::NoButtons);
+    connect(colorPanel_, &QColorDialog::currentColorChanged, this, &QZPaintGraphConfigWC::colorPicked);
+    connect(colorPanel_, &QDialog::finished, this, [this] {
+        if (activeWell_ != nullptr)
+            activeWell_->setActive(false);
+        activeWell_ = nullptr;
+    });
+}
+
+void QZPaintGraphConfigWC::pickColor(QZPaintGraphConfigColorWell& well)
+{
+    if (colorPanel_ == nullptr)
+        makeColorPanel();
+    if (activeWell_ != nullptr)
+        activeWell_->setActive(false);
+    activeWell_ = &well;
+    well.setActive(true);
+    showColorOf(well);
+    colorPanel_->show();
+    colorPanel_->raise();
+    colorPanel_->activateWindow();
+}
+
+void QZPaintGraphConfigWC::showColorOf(const QZPaintGraphConfigColorWell& well)
+{
+    const QSignalBlocker silent(colorPanel_);
+    colorPanel_->setWindowTitle(well.toolTip());
+    colorPanel_->setOption(QColorDialog::ShowAlphaChannel, &well == cwFillColor_);
+    // Setting the same colour again would lose the hue of a grey that is being dragged.
+    const QColor color = well.color().isValid() ? well.color() : QColor(Qt::white);
+    if (colorPanel_->currentColor() != color)
+        colorPanel_->setCurrentColor(color);
+}
+
+void QZPaintGraphConfigWC::colorPicked(const QColor& color)
+{
+    if (activeWell_ == nullptr)
+        return;
+    activeWell_->setColor(color);
+    if (activeWell_ == cwStrokeColor_) {
+        selectedStrokeColor();
+    } else {
+        selectedFillColor();
+    }
+}

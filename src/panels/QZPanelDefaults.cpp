@@ -1,0 +1,40 @@
+#include "panels/QZPanelDefaults.h"
+
+#include "panels/QZPaintControl.h"
+#include "panels/QZPaintGraphConfigWC.h"
+
+void QZPanelDefaults::install()
+{
+    static const QZPanelDefaults defaults;
+    setCurrent(&defaults);
+}
+
+std::uint64_t QZPanelDefaults::lineType() const
+{
+    const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
+    return strip == nullptr ? QZPaintDefaults::lineType() : strip->lineType();
+}
+
+double QZPanelDefaults::lineWidth() const
+{
+    const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
+    return strip == nullptr ? QZPaintDefaults::lineWidth() : strip->lineWidth();
+}
+
+QColor QZPanelDefaults::strokeColor() const
+{
+    const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
+    return strip == nullptr ? QZPaintDefaults::strokeColor() : strip->strokeColor();
+}
+
+QColor QZPanelDefaults::fillColor() const
+{
+    const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
+    return strip == nullptr ? QZPaintDefaults::fillColor() : strip->fillColor();
+}
+
+bool QZPanelDefaults::isMagnet() const
+{
+    const QZPaintControl* palette = QZPaintControl::existing();
+    return palette == nullptr ? QZPaintDefaults::isMagnet() : palette->isMagnet();
+}

@@ -1,0 +1,98 @@
+#include "panels/QZPanelWindow.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMoveEvent>
+#include <QWindow>
+
+QZPanelWindow::QZPanelWindow(Qt::WindowFlags flags) : QWidget(nullptr, Qt::Tool | flags)
+{
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_QuitOnClose, false);
+}
+
+void QZPanelWindow::addToWindowOf(const QWidget& chart)
+{
+    attachTo(chart.window());
+    if (!chartWindow_->isVisible()) {
+        showsWithChart_ = true;
+        return;
+    }
+    show();
+    raise();
+}
+
+void QZPanelWindow::removeFromWindowOf(const QWidget& chart)
+{
+    if (chartWindow_ == chart.window())
+        attachTo(nullptr);
+}
+
+void QZPanelWindow::attachTo(QWidget* window)
+{
+    if (chartWindow_ != window) {
+        if (chartWindow_ != nullptr)
+            chartWindow_->removeEventFilter(this);
+        if (window != nullptr)
+            window->installEventFilter(this);
+        chartWindow_ = window;
+        showsWithChart_ = false;
+    }
+    // Only native windows are tied to each other; asking for its id makes ours. A chart window may have got a new one.
+    winId();
+    windowHandle()->setTransientParent(window == nullptr ? nullptr : window->windowHandle());
+}
+
+void QZPanelWindow::returnKeyboard()
+{
+    if (chartWindow_ != nullptr && isActiveWindow())
+        chartWindow_->activateWindow();
+}
+
+void QZPanelWindow::closeEvent(QCloseEvent* event)
+{
+    Q_EMIT willClose();
+    QWidget::closeEvent(event);
+}
+
+void QZPanelWindow::keyPressEvent(QKeyEvent* event)
+{
+    QWidget* chart = chartWindow_ == nullptr ? nullptr : chartWindow_->focusWidget();
+    if (chart != nullptr)
+        QCoreApplication::sendEvent(chart, event);
+    else
+        QWidget::keyPressEvent(event);
+}
+
+bool QZPanelWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != chartWindow_)
+        return QWidget::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::Move:
+        if (isVisible()) {
+            const auto& moved = static_cast<const QMoveEvent&>(*event);
+            move(pos() + moved.pos() - moved.oldPos());
+        }
+        break;
+    case QEvent::Hide:
+        // Minimised, it comes back; closed or hidden by its owner, it is gone.
+        if (isVisible() && event->spontaneous()) {
+            showsWithChart_ = true;
+            hide();
+        } else if (isVisible()) {
+            close();
+        }
+        break;
+    case QEvent::Show:
+        if (showsWithChart_) {
+            showsWithChart_ = false;
+            addToWindowOf(*chartWindow_);
+        }
+        break;
+    default:
+        break;
+    }
+    return QWidget::eventFilter(watched, event);
+}

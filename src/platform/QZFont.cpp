@@ -1,0 +1,48 @@
+#include "platform/QZFont.h"
+
+#include <QFontMetricsF>
+#include <QStringList>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double minPixelSize = 1;
+constexpr double maxPixelSize = 2000;
+
+/// The Linux faces first, then what other desktops have.
+QStringList fontFamilies()
+{
+    return {QStringLiteral("DejaVu Sans"),      QStringLiteral("WenQuanYi Micro Hei"),
+            QStringLiteral("Noto Sans CJK SC"), QStringLiteral("Noto Sans"),
+            QStringLiteral("Microsoft YaHei"),  QStringLiteral("PingFang SC"),
+            QStringLiteral("Segoe UI Symbol"),  QStringLiteral("Apple Symbols")};
+}
+
+} // namespace
+
+QFont systemFont(double size)
+{
+    QFont font;
+    font.setFamilies(fontFamilies());
+    // Not-a-number too ends up as the smallest size.
+    font.setPixelSize(qRound(size > minPixelSize ? std::min(size, maxPixelSize) : minPixelSize));
+    return font;
+}
+
+QFont labelFont(double size)
+{
+    return systemFont(size);
+}
+
+QZTextSize measureText(const QString& text, const QFont& font)
+{
+    const QFontMetricsF metrics(font);
+    QZTextSize size;
+    for (const QString& line : text.split(u'\n')) {
+        size.width = std::max(size.width, metrics.horizontalAdvance(line));
+        size.height += metrics.height();
+    }
+    return size;
+}

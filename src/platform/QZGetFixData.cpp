@@ -1,0 +1,34 @@
+#include "platform/QZGetFixData.h"
+
+#include <array>
+#include <cmath>
+
+namespace {
+
+constexpr int usualDecimals = 2;
+constexpr int maxDecimals = 9;
+constexpr double unitStep = 1e4;
+constexpr std::array<QStringView, 3> unitNames = {u"", u"万", u"亿"};
+
+} // namespace
+
+QString QZGetFixData(double value, int option)
+{
+    if (!std::isfinite(value)) {
+        return QStringLiteral("--");
+    }
+    const int decimals = option > 0 && option <= maxDecimals ? option : usualDecimals;
+    double inUnit = value;
+    std::size_t unit = 0;
+    QString text = QString::number(inUnit, 'f', decimals);
+    // Judged by the rounded text, which is what the reader sees.
+    while (unit + 1 < unitNames.size() && std::abs(text.toDouble()) >= unitStep) {
+        inUnit /= unitStep;
+        ++unit;
+        text = QString::number(inUnit, 'f', decimals);
+    }
+    if (text.toDouble() == 0 && text.startsWith(u'-')) {
+        text.remove(0, 1);
+    }
+    return text.append(unitNames[unit]);
+}

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "model/QZPaintGraphOwner.h"
+#include "platform/QZNotificationCenter.h"
+#include "surface/QZGraphSet.h"
+
+#include <QImage>
+#include <QSize>
+
+#include <cstdint>
+#include <memory>
+
+class QKeyEvent;
+class QZGraphicsContext;
+class QZPaintManagerView;
+class QZPaintSplitView;
+
+/// The drawing layer over one chart pane: owns the pane's figures, makes new ones, gives mouse and keys to the right
+/// one and draws them all. Points are layer coordinates (px, y upwards), which are the manager view's.
+///
+/// A figure in creation is the current one and not yet among the finished ones; it joins them with its last point.
+class QZPaintLayer final : public QZPaintGraphOwner,
+                           public QZNotificationObject,
+                           public std::enable_shared_from_this<QZPaintLayer> {
+public:
+    /// `managerView` is borrowed; it clears itself when it goes.
+    static std::shared_ptr<QZPaintLayer> create(QZPaintManagerView* managerView);
+
+    /// A new figure in creation, selected and tied to this layer, for the caller to make current; null when the pane
+    /// does not accept the type. From here until the creation ends or is cancelled, the host's context flag
+    /// "CONTEXT_IS_PAINT_EDITING" is true.
+    std::shared_ptr<QZPaintGraph> allocGraphWithType(std::int64_t type);
+
+    /// The finished figure nearest to `point`, strictly closer than maxMinDistance; null when there is none. Of equally
+    /// near ones the first counts.
+    std::shared_ptr<QZPaintGraph> getClosedGraph(QZPoint point);
+
+    void mouseDown(QZPoint point);
+    void mouseMoved(QZPoint point);
+    void mouseDragged(QZPoint point);
+    void mouseUp(QZPoint point);
+    /// Escape cancels a figure in creation; Delete and Backspace remove the current figure.
+    void keyDown(const QKeyEvent& event);
+
+    /// The figure in creation, or the selected finished one.
+    [[nodiscard]] const std::shared_ptr<QZPaintGraph>& currentGraph() const { return currentGraph_; }
+    void setCurrentGraph(std::shared_ptr<QZPaintGraph> graph);
+    /// Ends creation and selection; finished figures stay.
+    void cancelCurrentGraph();
+
+    /// An active layer takes clicks and shows a selection.
+    [[nodiscard]] bool isActive() const { return isActive_; }
+    void setActive(bool active);
+    void setMouseInside(bool inside);
+
+    QZGraphSet& graphs() { return graphs_; }
+    [[nodiscard]] QZPaintManagerView* managerView() const { return managerView_; }
+    void setManagerView(QZPaintManagerView* view) { managerView_ = view; }
+
+    /// Takes the handles' colour from the theme for every figure.
+    void reloadGraphFontAndColor();
+
+    /// Hides the strip when it serves this layer; whether it did.
+    bool closeConfigWindows();
+
+    void drawInContext(QZGraphicsContext& context);
+    /// The drawn layer, transparent where nothing is. Drawn anew only when it was asked to be or its size changed.
+    const QImage& contents(QSize size, double devicePixelRatio);
+    [[nodiscard]] bool needsDisplay() const { return needsDisplay_; }
+
+    void setNeedsDisplay() override;
+    [[nodiscard]] QZRect frame() const override;
+    [[nodiscard]] bool isMouseInside() const override { return isMouseInside_; }
+    [[nodiscard]] bool isActivePane() const override;
+    void removeGraph(const QZPaintGraph& graph) override;
+    void setCursor(QZCursor cursor) override;
+    [[nodiscard]] const QZPaintChart* chart() const override;
+    [[nodiscard]] QString description() const override;
+
+private:
+    explicit QZPaintLayer(QZPaintManagerView* managerView);
+
+    void finishEditing(const QZNotification& notification);
+    void placePoint(QZPoint point);
+    void selectGraphAt(QZPoint point);
+    void deleteCurrentGraph();
+    void endCurrentGraph();
+    void postFinishedEditing();
+    void showConfigWindow(const QZPaintGraph& graph);
+    [[nodiscard]] QZPoint precise(QZPoint point) const;
+    [[nodiscard]] QZPaintSplitView* splitView() const;
+
+    QZPaintManagerView* managerView_;
+    QZGraphSet graphs_;
+    std::shared_ptr<QZPaintGraph> currentGraph_;
+    bool isActive_ = false;
+    bool isMouseInside_ = false;
+    bool needsDisplay_ = true;
+    QImage contents_;
+    QZObservation finishedObservation_;
+};

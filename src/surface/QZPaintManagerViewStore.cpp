@@ -1,0 +1,297 @@
+#include "panels/QZPaintControl.h"
+#include "platform/QZFrameComFun.h"
+#include "platform/QZGlobalEnv.h"
+#include "platform/QZLog.h"
+#include "surface/QZGraphStore.h"
+#include "surface/QZPaintActiveManager.h"
+#include "surface/QZPaintLayer.h"
+#include "surface/QZPaintManagerView.h"
+#include "surface/QZPaintSplitView.h"
+
+#include <QDebug>
+#include <QStringList>
+
+#include <algorithm>
+#include <exception>
+#include <mutex>
+
+namespace {
+
+constexpr int readWriteCreate = 6;
+
+/// What all manager views of the process share.
+struct SharedStore {
+    std::shared_ptr<QZGraphDatabase> database;
+    bool isUserChanged = false;
+};
+
+SharedStore& sharedStore()
+{
+    static SharedStore store;
+    return store;
+}
+
+QString databasePathOfUser()
+{
+    return QZFrameComFun::getUserAccountFilePath(databaseFileName, true);
+}
+
+/// Runs `body`; what it throws, host hooks included, becomes a line in the log.
+template <typename Body>
+bool caught(const QString& prefix, const Body& body)
+{
+    try {
+        body();
+        return true;
+    } catch (const std::exception& error) {
+        writeBusCommonLog(prefix + QString::fromUtf8(error.what()));
+    } catch (...) {
+        writeBusCommonLog(prefix + QStringLiteral("unknown"));
+    }
+    return false;
+}
+
+/// The figures that `rows` hold, finished and tied to `layer`. A row of a type that the pane does not accept is left
+/// out.
+QZGraphSet::Members readGraphs(QZGraphStore& store, QZGraphResultSet& rows, QZPaintLayer& layer)
+{
+    const QZPaintControl* palette = QZPaintControl::existing();
+    const bool hidden = palette != nullptr && palette->isHidden();
+    const std::shared_ptr<QZPaintLayer> owner = layer.shared_from_this();
+    QZGraphSet::Members graphs;
+    while (rows.next()) {
+        QZGraphRow row = store.readRow(rows);
+        // The range band is one for the whole application and is never stored: a row must not get hold of it.
+        const auto graph = row.graphType == QZSTToolRangeStatistics ? nullptr : layer.allocGraphWithType(row.graphType);
+        if (!graph)
+            continue;
+        row.points.resize(std::min(row.points.size(), graph->points().size()));
+        graph->initWithLayer(owner, row.strokeColor, row.fillColor, static_cast<std::uint64_t>(row.lineType),
+                             row.lineWidth, std::move(row.points), row.textValue, row.font, row.isLocked, false, false);
+        graph->setHidden(hidden);
+        graphs.push_back(graph);
+    }
+    if (!graphs.empty()) {
+        // Making figures marked painting as under way.
+        const auto flag = QStringLiteral("CONTEXT_IS_PAINT_EDITING");
+        QZGlobalEnv::getShareInstance().setGlobalContext(flag, flag, false);
+    }
+    return graphs;
+}
+
+/// Arms in `layer` the tool that is armed in the first pane around it.
+void takeOverArmedTool(const QZPaintSplitView* split, QZPaintLayer& layer)
+{
+    const auto* first = split == nullptr ? nullptr : dynamic_cast<const QZPaintManagerView*>(split->widget(0));
+    const auto armed = first == nullptr ? nullptr : first->paintLayer()->currentGraph();
+    if (!armed || !armed->isEditing())
+        return;
+    const auto graph = layer.allocGraphWithType(armed->type());
+    layer.setCurrentGraph(graph);
+    if (graph)
+        graph->setThumbnail(armed->thumbnail());
+}
+
+bool writeGraphs(QZGraphStore& store, const QString& key, const QZGraphSet::Members& graphs)
+{
+    return std::ranges::all_of(graphs, [&](const std::shared_ptr<QZPaintGraph>& graph) {
+        return graph->type() == QZSTToolRangeStatistics || store.insertGraph(key, *graph);
+    });
+}
+
+/// What is saved leaves the active pane; the other panes keep their figures.
+void emptyIfActive(QZPaintLayer& layer)
+{
+    if (QZPaintActiveManager::sharedManager().currentActiveLayer().get() != &layer)
+        return;
+    const bool wasActive = layer.isActive();
+    layer.setActive(true);
+    layer.setCurrentGraph(nullptr);
+    layer.setActive(wasActive);
+    layer.graphs().removeAll();
+}
+
+void logWriteError(const QZGraphDatabase& database)
+{
+    writeBusCommonLog(QStringLiteral("Write line paint DB error : ") + database.lastErrorMessage());
+}
+
+} // namespace
+
+void QZPaintManagerView::openGraphDatabaseIfAbsent()
+{
+    if (!sharedStore().database)
+        sharedStore().database = openDBFile();
+}
+
+void QZPaintManagerView::closeGraphDatabase()
+{
+    if (sharedStore().database)
+        sharedStore().database->close();
+}
+
+std::shared_ptr<QZGraphDatabase> QZPaintManagerView::graphDatabase()
+{
+    return sharedStore().database;
+}
+
+std::shared_ptr<QZGraphDatabase> QZPaintManagerView::openDBFile()
+{
+    auto database = QZGraphDatabase::databaseWithPath(databasePathOfUser());
+    if (!database->openWithFlags(readWriteCreate))
+        writeBusCommonLog(QStringLiteral("Open Line paint DB file failed!"));
+    return database;
+}
+
+QString QZPaintManagerView::constructDBIndex(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry)
+{
+    return QZGraphStore::key(stockCode, cycle, viewIdentiry);
+}
+
+QString QZPaintManagerView::encodeGraphKeyPoints(const std::vector<QZPaintLogicAxis>& axises)
+{
+    return QString::fromStdString(QZGraphStore::encodePoints(axises));
+}
+
+std::vector<QZPaintLogicAxis> QZPaintManagerView::decodeGraphKeyPoints(const QString& text)
+{
+    return QZGraphStore::decodePoints(text.toStdString());
+}
+
+QString QZPaintManagerView::dbVersion()
+{
+    return QZGraphStore::version;
+}
+
+void QZPaintManagerView::setCurrentGroup(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry)
+{
+    currentStockCode_ = stockCode;
+    currentCycle_ = cycle;
+    currentIdentify_ = viewIdentiry;
+}
+
+void QZPaintManagerView::loadDB(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry)
+{
+    setCurrentGroup(stockCode, cycle, viewIdentiry);
+    isValidateSaveDB_ = true;
+    // Our own hold: a host's hook may switch the user in the middle.
+    const auto database = graphDatabase();
+    caught(QStringLiteral("Read line paint DB exception : "), [&] { loadGroup(*database); });
+}
+
+void QZPaintManagerView::loadGroup(QZGraphDatabase& database)
+{
+    if (!database.goodConnection())
+        database.openWithFlags(readWriteCreate);
+    QZPaintLayer& layer = *paintLayer_;
+    {
+        const std::lock_guard lock(layer.graphs());
+        layer.graphs().removeAll();
+    }
+    QZGraphStore store(database);
+    auto rows = store.selectGroup(constructDBIndex(currentStockCode_, currentCycle_, currentIdentify_));
+    if (!rows) {
+        writeBusCommonLog(QStringLiteral("Empty result set for stockCode ") + currentStockCode_);
+        return;
+    }
+    const QZGraphSet::Members read = readGraphs(store, *rows, layer);
+    if (!rows->failure().isNull())
+        writeBusCommonLog(QStringLiteral("Read line paint DB exception : ") + rows->failure());
+    {
+        const std::lock_guard lock(layer.graphs());
+        for (const auto& graph : read)
+            layer.graphs().add(graph);
+    }
+    takeOverArmedTool(splitView(), layer);
+    if (layer.graphs().count() > 0 || layer.currentGraph())
+        displayPaintLayer();
+}
+
+void QZPaintManagerView::saveDB(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry)
+{
+    const auto database = graphDatabase();
+    if (!database->openWithFlags(readWriteCreate)) {
+        writeBusCommonLog(QStringLiteral("Open line paint DB file failed!"));
+        return;
+    }
+    setCurrentGroup(stockCode, cycle, viewIdentiry);
+    if (const auto missing = QZGraphStore(*database).createTableIfMissing()) {
+        writeBusCommonLog(*missing);
+        return;
+    }
+    if (!isValidateSaveDB_)
+        return;
+    // Closing ends a transaction that would otherwise keep the file locked.
+    if (!caught(QStringLiteral("Write line paint DB exception : "), [&] { saveGroup(*database); }))
+        database->close();
+}
+
+// What cannot be locked or committed leaves the stored group, the pane and the right to save as they were.
+void QZPaintManagerView::saveGroup(QZGraphDatabase& database)
+{
+    if (!database.beginTransaction()) {
+        logWriteError(database);
+        return;
+    }
+    QZGraphStore store(database);
+    const QString key = constructDBIndex(currentStockCode_, currentCycle_, currentIdentify_);
+    store.deleteGroup(key);
+    const std::lock_guard lock(paintLayer_->graphs());
+    const bool complete = writeGraphs(store, key, *paintLayer_->graphs().snapshot());
+    if (!complete)
+        logWriteError(database);
+    if (!database.commit()) {
+        // A full disk takes the whole transaction back at the insert that met it, which was reported.
+        if (complete)
+            logWriteError(database);
+        database.close();
+        return;
+    }
+    emptyIfActive(*paintLayer_);
+    isValidateSaveDB_ = false;
+}
+
+QString QZPaintManagerView::groupDescription() const
+{
+    QStringList graphs;
+    for (const auto& graph : *paintLayer_->graphs().snapshot())
+        graphs.append(strQZShapeType(graph->type()));
+    return QStringLiteral("<QZPaintManagerView: 0x") + QString::number(reinterpret_cast<quintptr>(this), 16) +
+           QStringLiteral("> graphs {(") + graphs.join(QStringLiteral(", ")) + QStringLiteral(")}\nPath:") +
+           graphDatabase()->databasePath();
+}
+
+void QZPaintManagerView::loginUserWillChange()
+{
+    if (currentStockCode_.isNull() || currentIdentify_.isNull())
+        return;
+    sharedStore().isUserChanged = false;
+    saveDB(currentStockCode_, currentCycle_, currentIdentify_);
+    displayPaintLayer();
+    writeBusCommonLog(QStringLiteral("Login user changed saveDB ") + groupDescription());
+}
+
+void QZPaintManagerView::loginUserDidChange()
+{
+    // The path too: while no pane shows a group, nobody hears that the user will change.
+    if (!sharedStore().isUserChanged || graphDatabase()->databasePath() != databasePathOfUser())
+        switchToFileOfUser();
+    if (currentStockCode_.isNull() || currentIdentify_.isNull())
+        return;
+    loadDB(currentStockCode_, currentCycle_, currentIdentify_);
+    qInfo().noquote() << QStringLiteral("Login user changed loadDB ") + groupDescription();
+}
+
+void QZPaintManagerView::switchToFileOfUser()
+{
+    if (QZPaintControl* palette = QZPaintControl::existing(); palette != nullptr && palette->window().isVisible()) {
+        palette->window().removeFromWindowOf(*this);
+        palette->window().close();
+    }
+    SharedStore& store = sharedStore();
+    writeBusCommonLog(QStringLiteral("Closed database Path:") + store.database->databasePath());
+    store.database->close();
+    store.database = openDBFile();
+    writeBusCommonLog(QStringLiteral("Opened new database Path:") + store.database->databasePath());
+    store.isUserChanged = true;
+}

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "panels/QZPaintControlWCDelegate.h"
+#include "panels/QZPaintGraphConfigWCDelegate.h"
+#include "platform/QZGeometry.h"
+
+#include <QImage>
+#include <QPointer>
+#include <QSplitter>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+class QZPaintLayer;
+class QZPaintManagerView;
+
+/// Stacks the chart panes of one window. It routes mouse and keys: it activates the pane that is clicked and hands
+/// every event to the right pane's paint layer, in that pane's coordinates. And it is the delegate of the tool palette
+/// and of the graph configuration strip: what is picked there lands on its panes. Widgets in it that are no manager
+/// views only take part in the layout.
+class QZPaintSplitView : public QSplitter, public QZPaintControlWCDelegate, public QZPaintGraphConfigWCDelegate {
+public:
+    explicit QZPaintSplitView(Qt::Orientation orientation, QWidget* parent = nullptr);
+    QZPaintSplitView(const QZPaintSplitView&) = delete;
+    QZPaintSplitView& operator=(const QZPaintSplitView&) = delete;
+    ~QZPaintSplitView() override;
+
+    /// The pane that the last left press chose; null on a divider and before the first press.
+    [[nodiscard]] QZPaintManagerView* activeView() const { return activeView_; }
+    /// Activates the layer of the pane at `point` (px in this view, y downwards) and deactivates all others; the pane,
+    /// or null.
+    QZPaintManagerView* activeViewAtPoint(QPointF point);
+    /// The manager views among the panes, in order.
+    [[nodiscard]] std::vector<QZPaintManagerView*> managerViews() const;
+
+    /// Whether the strip serves this view; switching it on makes this view the panels' delegate.
+    [[nodiscard]] bool isSupportPaint() const { return isSupportPaint_; }
+    void setSupportPaint(bool supportPaint);
+    /// Whether the palette, too, serves this view.
+    void setEnablePaintControl(bool enable) { enablePaintControl_ = enable; }
+    /// Makes this view the delegate of the strip and, where enabled, of the palette. A host with several chart windows
+    /// calls it for the one that becomes active.
+    void resetPiantConfigDelegate();
+    /// Hides the strip; false, with nothing done, unless the active pane's layer is the application's active one.
+    bool closeConfigWindows();
+
+    // What the palette asks, of every pane.
+
+    /// Cancels what is being drawn and starts a figure of `type` wherever it is accepted; `imageThumbnail` goes with
+    /// its first point.
+    void changeShapeTo(std::int64_t type, const QImage& imageThumbnail) override;
+    /// Asks the user first.
+    void removeAllGraphs(QZPaintControl& sender) override;
+    void showOrHiddenAllGraphs(QZPaintControl& sender) override;
+    void windowWillClosed(QZPaintControl& sender) override;
+
+    // What the strip asks, of the active pane's current figure; without an active pane, of every pane's.
+
+    void paintGraphConfigDidEdit(QZPaintGraphConfigWC& panel) override;
+    void paintGraphConfigStrokeColorDidChange(QZPaintGraphConfigWC& panel, const QColor& color) override;
+    void paintGraphConfigFillColorDidChange(QZPaintGraphConfigWC& panel, const QColor& color) override;
+    void paintGraphConfigLineTypeDidChange(QZPaintGraphConfigWC& panel, std::uint64_t lineType) override;
+    void paintGraphConfigLineWidthDidChange(QZPaintGraphConfigWC& panel, double lineWidth) override;
+    void paintGraphConfigIsLockedDidChange(QZPaintGraphConfigWC& panel, bool isLocked) override;
+    void paintGraphConfigDidDelete(QZPaintGraphConfigWC& panel) override;
+
+protected:
+    QSplitterHandle* createHandle() override;
+    void childEvent(QChildEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    friend class QZPaintSplitHandle;
+
+    /// False when the click was swallowed.
+    bool mouseDown(QPointF location, int clickCount);
+    void mouseMoved(QPointF location);
+    /// Whether a figure took the drag, which then must not move a divider.
+    bool mouseDragged(QPointF location);
+    void mouseUp(QPointF location);
+    [[nodiscard]] QZPoint pointIn(const QZPaintManagerView& view, QPointF location) const;
+    /// Whether `location` lies in the frame of a shown pane.
+    [[nodiscard]] static bool isInFrame(const QZPaintManagerView& view, QPointF location);
+    /// The layers that a panel's action works on.
+    [[nodiscard]] std::vector<QZPaintLayer*> targetLayers() const;
+    /// Takes the strip off this window, unless it has gone over to another one.
+    void closeConfigWindow();
+    template <typename Change>
+    void changeCurrentGraphs(Change change);
+
+    QPointer<QZPaintManagerView> activeView_;
+    std::optional<QPointF> pressLocation_; // of a press that no drag has followed yet
+    bool isSupportPaint_ = false;
+    bool enablePaintControl_ = false;
+};

@@ -1,0 +1,91 @@
+#include "app/BarStatistics.h"
+#include "app/Swings.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace {
+
+Bar bar(double open, double high, double low, double close, double volume = 0)
+{
+    return {20200101, 0, open, high, low, close, volume};
+}
+
+} // namespace
+
+TEST(BarStatistics, FitsTheLineThroughClosesAndTheChannelThroughTheFarthestHighAndLow)
+{
+    // Closes 1, 2, 4: mean 7/3, slope 3/2; the line runs through 5/6, 14/6 and 23/6.
+    const std::vector<Bar> bars{bar(1, 1.5, 0.5, 1), bar(2, 3.5, 1, 2), bar(3, 4.25, 3, 4)};
+    const auto channel = regressionChannel(bars);
+    ASSERT_TRUE(channel);
+    EXPECT_NEAR(channel->atFirst, 5.0 / 6, 1e-12);
+    EXPECT_NEAR(channel->atLast, 23.0 / 6, 1e-12);
+    EXPECT_NEAR(channel->above, 3.5 - 14.0 / 6, 1e-12);
+    EXPECT_NEAR(channel->below, 14.0 / 6 - 1, 1e-12);
+
+    EXPECT_FALSE(regressionChannel(std::span(bars).first(1)));
+}
+
+TEST(BarStatistics, WeightsTheAverageCostWithVolumeWhereThereIsAny)
+{
+    // Typical prices 10 and 14.
+    std::vector<Bar> bars{bar(9, 11, 9, 10, 100), bar(13, 16, 12, 14, 300)};
+    auto box = boxStatistics(bars);
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box->low, 9);
+    EXPECT_EQ(box->high, 16);
+    EXPECT_EQ(box->count, 2);
+    EXPECT_NEAR(box->averageCost, 13, 1e-12);
+    EXPECT_NEAR(box->amplitude, 700.0 / 9, 1e-9);
+    EXPECT_EQ(box->difference, 7);
+
+    bars[0].volume = bars[1].volume = 0;
+    EXPECT_NEAR(boxStatistics(bars)->averageCost, 12, 1e-12);
+    EXPECT_EQ(boxStatistics(std::vector{bar(0, 2, 0, 1)})->amplitude, 0);
+    EXPECT_FALSE(boxStatistics({}));
+}
+
+TEST(BarStatistics, CountsBothEndsAndTheDirection)
+{
+    EXPECT_EQ(signedBarCount(3, 3), 1);
+    EXPECT_EQ(signedBarCount(3, 7), 5);
+    EXPECT_EQ(signedBarCount(7, 3), -5);
+    EXPECT_EQ(signedBarCount(-2, 1), 4);
+    EXPECT_DOUBLE_EQ(percentChange(50, 55), 10);
+    EXPECT_DOUBLE_EQ(percentChange(0, 55), 0);
+}
+
+TEST(BarStatistics, FindsTheNearestPriceOfABar)
+{
+    struct Row {
+        const char* name;
+        double height;
+        double price;
+    };
+    const Bar candle = bar(10, 12, 8, 11);
+    for (const Row& row :
+         {Row{"open", 10.4, 10}, Row{"high, from above", 50, 12}, Row{"low", 8.9, 8}, Row{"close", 10.6, 11}}) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(nearestPrice(candle, row.height), row.price);
+    }
+}
+
+TEST(BarStatistics, FindsTheTurnsOfAMarket)
+{
+    std::vector<Bar> bars;
+    std::int32_t date = 20200101;
+    for (const double price : {3.0, 5.0, 4.0, 6.0, 9.0, 9.0, 7.0, 2.0, 4.0}) {
+        bars.push_back(bar(price, price + 1, price - 1, price));
+        bars.back().date = date++;
+    }
+    // Of the two highest bars the first; neither the 5 within reach of the 6 nor what is beyond bar 7.
+    const auto swings = findSwings(BarSeries(QString(), bars), 1, 20, 2);
+    ASSERT_EQ(swings.size(), 2U);
+    EXPECT_TRUE(swings[0].isHigh);
+    EXPECT_EQ(swings[0].bar, 4);
+    EXPECT_EQ(swings[0].price, 10);
+    EXPECT_FALSE(swings[1].isHigh);
+    EXPECT_EQ(swings[1].bar, 7);
+    EXPECT_EQ(swings[1].price, 1);
+}

@@ -1,0 +1,274 @@
+#include "app/BarStatistics.h"
+#include "app/ChartSplitView.h"
+#include "app/ChartWindow.h"
+#include "app/CivilDate.h"
+#include "app/CustomPlot.h"
+#include "model/QZPlaneGeometry.h"
+#include "panels/QZPaintControl.h"
+#include "surface/QZPaintLayer.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QWindow>
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+/// Weekdays from 2020-01-01 on; closes run up and down between 90 and 110, volumes grow by one a bar.
+BarReadResult market(int count, const char* name = "waves")
+{
+    std::vector<Bar> bars;
+    for (std::int64_t day = dayNumber(20200101); static_cast<int>(bars.size()) < count; ++day) {
+        if (weekdayOfDay(day) >= 5)
+            continue;
+        const auto index = static_cast<double>(bars.size());
+        const double close = 100 + 10 * std::sin(index / 9);
+        bars.push_back({dateOfDay(day), 0, close - 1, close + 2, close - 2, close, 1000 + index});
+    }
+    BarReadResult result;
+    result.series = BarSeries(QString::fromLatin1(name), bars);
+    return result;
+}
+
+class ChartTest : public ::testing::Test {
+protected:
+    ChartTest()
+    {
+        window.showBars(market(300));
+        window.resize(1000, 700);
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+        QTest::mouseMove(window.windowHandle(), at({400, 300}));
+    }
+
+    /// A pane's point (px, y upwards) in the window.
+    QPoint at(QZPoint point) const
+    {
+        return candles.mapTo(&window, QPointF(point.x, candles.height() - point.y)).toPoint();
+    }
+    QPoint at(int bar, double price) const { return at({candles.scale().xOf(bar), candles.scale().yOf(price)}); }
+
+    void click(QPoint position) { QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, position); }
+    void drag(QPoint from, QPoint to)
+    {
+        QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, from);
+        QTest::mouseMove(window.windowHandle(), (from + to) / 2);
+        QTest::mouseMove(window.windowHandle(), to);
+        QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, to);
+    }
+    void key(Qt::Key code) { QTest::keyClick(window.windowHandle(), code); }
+
+    void drawSegment(int firstBar, int lastBar)
+    {
+        key(Qt::Key_1);
+        click(at(firstBar, 100));
+        click(at(lastBar, 105));
+        ASSERT_EQ(candles.paintLayer()->graphs().count(), 1U);
+    }
+    std::shared_ptr<QZPaintGraph> figure() const { return candles.paintLayer()->graphs().snapshot()->front(); }
+
+    ChartWindow window;
+    ChartSplitView& chart = window.chart();
+    ChartViewport& viewport = chart.viewport();
+    const ChartPane& candles = *chart.panes()[0];
+    const ChartPane& volumes = *chart.panes()[1];
+};
+
+} // namespace
+
+TEST_F(ChartTest, ConvertsPointsOfThePastThePresentAndTheFutureThereAndBack)
+{
+    const TradingCalendar& calendar = candles.chartData()->calendar;
+    for (const int bar : {-500, -1, 0, 150, 299, 300, 900}) {
+        SCOPED_TRACE(bar);
+        const QZPoint point{candles.scale().xOf(bar + 0.4), 123.4567};
+        const auto axis = candles.convertFromPoint(point);
+        ASSERT_TRUE(axis);
+        EXPECT_EQ((BarTime{axis->date, axis->time}), calendar.at(bar));
+        const QZPoint back = candles.convertFromLogicAxis(*axis);
+        EXPECT_NEAR(back.x, candles.scale().xOf(bar), 1e-9);
+        EXPECT_NEAR(back.y, point.y, 1e-9);
+    }
+}
+
+TEST_F(ChartTest, PlacesBarsAtTheSameXInEveryPane)
+{
+    EXPECT_EQ(candles.scale().xOf(200), volumes.scale().xOf(200));
+    for (const ChartPane* pane : chart.panes()) {
+        auto* plot = pane->findChild<QCustomPlot*>();
+        const PaneScale& scale = pane->scale();
+        EXPECT_NEAR(plot->xAxis->coordToPixel(200), scale.xOf(200), 0.01);
+        EXPECT_NEAR(pane->height() - plot->yAxis2->coordToPixel(scale.low), scale.yOf(scale.low), 0.01);
+        EXPECT_EQ(pane->validateRect(), scale.plot);
+    }
+}
+
+TEST_F(ChartTest, SurvivesPointsThatAreNoNumbers)
+{
+    for (const ChartPane* pane : chart.panes()) {
+        EXPECT_FALSE(pane->convertFromPoint({notANumber, 10}));
+        EXPECT_TRUE(std::isnan(pane->convertFromLogicAxis({20200102, 0, notANumber}).y));
+        EXPECT_FALSE(pane->canBeDraggedToLeft({notANumber, notANumber}));
+        EXPECT_TRUE(std::isnan(pane->convertXForMagnet(notANumber, true)));
+        EXPECT_EQ(pane->getXPointWithLocation(std::numeric_limits<float>::quiet_NaN(), 1), missingCoordinate);
+        QZRegressionCalcData regression{.x1 = notANumber, .x2 = 500};
+        EXPECT_FALSE(pane->calcRegressionData(regression));
+        QZBoxLineCalcData box{.x1 = 10, .x2 = notANumber};
+        EXPECT_FALSE(pane->calcBoxLineData(box));
+        EXPECT_FALSE(pane->infomationForRetangle({notANumber, 1}, {2, 3}, 0));
+        EXPECT_TRUE(std::isnan(pane->convertPointForMagnet({notANumber, 5}, 0).x));
+        EXPECT_TRUE(std::isnan(pane->convertPointForMagnet({500, notANumber}, 0).y));
+        EXPECT_TRUE(pane->convertFromPoint({std::numeric_limits<double>::infinity(), 1}));
+    }
+}
+
+TEST_F(ChartTest, FindsBarsByTheirDistanceUntilFarBeyondWhatScrollingReaches)
+{
+    const PaneScale& scale = candles.scale();
+    const auto location = static_cast<float>(scale.xOf(250.2));
+    EXPECT_DOUBLE_EQ(candles.getXPointWithLocation(location, 7), scale.xOf(257));
+    EXPECT_DOUBLE_EQ(candles.getXPointWithLocation(location, -260), scale.xOf(-10));
+    EXPECT_EQ(candles.getXPointWithLocation(location, 100000), missingCoordinate);
+    EXPECT_EQ(candles.getXPointWithLocation(location, std::numeric_limits<int>::min()), missingCoordinate);
+    // A step on the way back from far left is no reason to stop.
+    EXPECT_NE(candles.getXPointWithLocation(static_cast<float>(scale.xOf(-5000)), 10), missingCoordinate);
+}
+
+TEST_F(ChartTest, SnapsToBarsAndPrices)
+{
+    const PaneScale& scale = candles.scale();
+    EXPECT_DOUBLE_EQ(candles.convertXForMagnet(scale.xOf(304.3), true), scale.xOf(304));
+    EXPECT_DOUBLE_EQ(candles.convertXForMagnet(scale.xOf(304.3), false), scale.xOf(299));
+    EXPECT_DOUBLE_EQ(candles.convertXForMagnet(scale.xOf(-9), false), scale.xOf(0));
+
+    const double high = scale.yOf(candles.chartData()->series.at(250).high);
+    const double x = scale.xOf(250.3);
+    EXPECT_EQ(candles.convertPointForMagnet({x, high + 11}, 0), (QZPoint{scale.xOf(250), high}));
+    EXPECT_EQ(candles.convertPointForMagnet({x, high + 13}, 0), (QZPoint{scale.xOf(250), high + 13}));
+    EXPECT_EQ(candles.convertPointForMagnet({scale.xOf(302.3), high}, 0), (QZPoint{scale.xOf(302), high}));
+}
+
+TEST_F(ChartTest, AnswersStatisticsOfTheLoadedBarsBetweenTwoPoints)
+{
+    const PaneScale& scale = candles.scale();
+    QZRegressionCalcData lines{.x1 = scale.xOf(280.2), .x2 = scale.xOf(310)};
+    ASSERT_TRUE(candles.calcRegressionData(lines));
+    EXPECT_DOUBLE_EQ(lines.x1, scale.xOf(280));
+    EXPECT_DOUBLE_EQ(lines.x2, scale.xOf(299));
+    const auto channel = regressionChannel(std::span(candles.chartData()->series.bars()).subspan(280));
+    EXPECT_NEAR(scale.valueAt(lines.line1Y2), channel->atLast, 1e-9);
+    EXPECT_GT(lines.line2Y1, lines.line1Y1);
+    EXPECT_LT(lines.line3Y2, lines.line1Y2);
+    QZRegressionCalcData oneBar{.x1 = scale.xOf(299), .x2 = scale.xOf(310)};
+    EXPECT_FALSE(candles.calcRegressionData(oneBar));
+
+    // Volumes 1250 to 1259 count alike.
+    QZBoxLineCalcData box{.x1 = volumes.scale().xOf(250), .x2 = volumes.scale().xOf(259)};
+    ASSERT_TRUE(volumes.calcBoxLineData(box));
+    EXPECT_NEAR(box.firstEdgeY, volumes.scale().yOf(1250), 1e-9);
+    EXPECT_NEAR(box.secondEdgeY, volumes.scale().yOf(1259), 1e-9);
+    EXPECT_EQ(box.count, 10);
+    EXPECT_FLOAT_EQ(box.averageCost, 1254.5F);
+
+    const auto range =
+        candles.infomationForRetangle({scale.xOf(290), scale.yOf(100)}, {scale.xOf(280), scale.yOf(99.5)}, 0);
+    ASSERT_TRUE(range);
+    EXPECT_EQ(range->count, -11);
+    EXPECT_NEAR(range->varyScope, -0.5, 1e-5);
+    EXPECT_EQ(range->varyPrice, QStringLiteral("-0.50"));
+}
+
+TEST_F(ChartTest, LeavesAThirdOfTheScreenFilledAtBothEnds)
+{
+    viewport.scrollBy(1e9);
+    EXPECT_NEAR(299.5 - viewport.first(), viewport.span() / 3, 1e-9);
+    const double right = candles.scale().plot.maxX();
+    EXPECT_TRUE(candles.canBeDraggedToRight({right, 0}));
+    EXPECT_FALSE(candles.canBeDraggedToRight({right + 1, 0}));
+    viewport.scrollBy(-1e9);
+    EXPECT_NEAR(viewport.last() + 0.5, viewport.span() / 3, 1e-9);
+    EXPECT_FALSE(candles.canBeDraggedToLeft({candles.scale().plot.x - 1, 0}));
+    viewport.zoom(1e-9, 5);
+    EXPECT_EQ(viewport.span(), 10);
+    viewport.scrollBy(notANumber);
+    EXPECT_FALSE(std::isnan(viewport.first()));
+}
+
+TEST_F(ChartTest, KeepsAFigureOnItsCandlesWhateverTheChartDoes)
+{
+    drawSegment(250, 303);
+    const auto stored = figure()->logicAxises();
+    const auto expectInPlace = [&](const char* after) {
+        SCOPED_TRACE(after);
+        QTest::qWait(0);
+        for (std::size_t i = 0; i < 2; ++i) {
+            const auto now = candles.convertFromPoint(figure()->points()[i]);
+            ASSERT_TRUE(now);
+            EXPECT_EQ(now->date, stored[i].date);
+            EXPECT_NEAR(now->price, stored[i].price, 1e-9);
+        }
+    };
+    EXPECT_EQ(stored[0].date, candles.chartData()->series.at(250).date);
+    drag(at({500, 30}), at({700, 30}));
+    expectInPlace("dragging the chart");
+    EXPECT_LT(viewport.last(), 290);
+    key(Qt::Key_Home);
+    expectInPlace("Home");
+    key(Qt::Key_Minus);
+    key(Qt::Key_End);
+    expectInPlace("zooming out");
+    window.resize(800, 600);
+    expectInPlace("a smaller window");
+    BarReadResult shorter = market(300);
+    const std::vector<Bar>& all = shorter.series.bars();
+    shorter.series = BarSeries(shorter.series.name(), std::vector<Bar>(all.begin() + 260, all.end() - 10));
+    window.showBars(shorter);
+    expectInPlace("a shorter history");
+    window.showBars(market(300, "another"));
+    EXPECT_EQ(candles.paintLayer()->graphs().count(), 0U);
+}
+
+TEST_F(ChartTest, PansOnlyWhereNoFigureTakesThePress)
+{
+    drawSegment(240, 260);
+    const double first = viewport.first();
+    drag(at(250, 102.5), at(255, 104));
+    EXPECT_EQ(viewport.first(), first);
+    EXPECT_EQ(figure()->logicAxises()[0].date, candles.chartData()->series.at(245).date);
+
+    drag(at({500, 30}), at({500 + 4 * candles.scale().barWidth(), 30}));
+    EXPECT_LT(viewport.first(), first - 3);
+    EXPECT_EQ(candles.paintLayer()->graphs().count(), 1U);
+    EXPECT_EQ(candles.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(ChartTest, LiftsTheToolsButtonWhenItIsDoneOrCancelled)
+{
+    key(Qt::Key_5);
+    EXPECT_EQ(QZPaintControl::sharedManager().selectedType(), QZSTHorizon);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(QZPaintControl::sharedManager().selectedType(), QZShapeTypeNone);
+    key(Qt::Key_5);
+    click(at({500, 100}));
+    EXPECT_EQ(candles.paintLayer()->graphs().count(), 1U);
+    EXPECT_EQ(QZPaintControl::sharedManager().selectedType(), QZShapeTypeNone);
+}
+
+TEST_F(ChartTest, PaintsNothingAnewWhileTheMouseOnlyPasses)
+{
+    drawSegment(240, 260);
+    QTest::qWait(0);
+    QSignalSpy replots(candles.findChild<QCustomPlot*>(), &QCustomPlot::afterReplot);
+    for (int x = 300; x < 400; x += 10) {
+        QTest::mouseMove(window.windowHandle(), at({static_cast<double>(x), 50}));
+        EXPECT_FALSE(candles.paintLayer()->needsDisplay());
+    }
+    EXPECT_EQ(replots.count(), 0);
+    key(Qt::Key_Left);
+    EXPECT_EQ(replots.count(), 1);
+}

@@ -1,0 +1,184 @@
+#include "model/QZPaintDefaults.h"
+#include "support/RecordingContext.h"
+#include "support/TestOwner.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class Figure : public QZPaintGraph {
+public:
+    explicit Figure(int maxPointCount = 2) : QZPaintGraph(QZSTLineSegment, maxPointCount) {}
+
+    std::vector<int> parts;
+    std::vector<double> shifts;
+
+protected:
+    void partDragged(int index) override { parts.push_back(index); }
+    void generalDragged(double shift) override { shifts.push_back(shift); }
+};
+
+struct MagnetOn : QZPaintDefaults {
+    bool isMagnet() const override { return true; }
+};
+
+using Points = std::vector<QZPoint>;
+
+class GraphEditing : public ::testing::Test {
+protected:
+    /// Selected, and pressed at `at` as a layer does it.
+    std::shared_ptr<Figure> pressed(QZPoint at, const Points& points = {{100, 100}, {200, 150}})
+    {
+        auto graph = placed(std::make_shared<Figure>(static_cast<int>(points.size())), owner, points);
+        graph->setSelected(true);
+        graph->setDragStartPoint(at);
+        return graph;
+    }
+
+    std::shared_ptr<TestOwner> owner = std::make_shared<TestOwner>();
+    TestChart& chart = owner->testChart;
+};
+
+} // namespace
+
+TEST_F(GraphEditing, IsFinishedByItsLastClick)
+{
+    for (std::size_t count = 1; count <= 3; ++count) {
+        SCOPED_TRACE(count);
+        const auto graph = placed(std::make_shared<Figure>(static_cast<int>(count)), owner, {});
+        for (std::size_t i = 0; i < count; ++i) {
+            EXPECT_TRUE(graph->isEditing());
+            const double x = 50.0 * static_cast<double>(i);
+            graph->mouseDown({x + 4.0, 20.5}); // the chart has bars at multiples of 10 only
+            for (std::size_t j = i; j < std::min(i + 2, count); ++j)
+                EXPECT_EQ(graph->points().at(j), (QZPoint{x, 20.5})) << "the next point starts on the click";
+            EXPECT_EQ(graph->logicAxises().size(), i + 1);
+            EXPECT_EQ(graph->convertToLogicAxises().size(), std::min(i + 2, count));
+        }
+        EXPECT_FALSE(graph->isEditing() || graph->needsDisplay() || graph->currentPoint());
+        const Points before = graph->points();
+        graph->mouseDown({7, 7});
+        graph->mouseMoved({7, 7});
+        EXPECT_EQ(graph->points(), before);
+    }
+}
+
+TEST_F(GraphEditing, FlagsAndRedraws)
+{
+    const auto graph = placed(std::make_shared<Figure>(), owner, {});
+    graph->setSelected(true);
+    graph->setSelected(false);
+    EXPECT_TRUE(graph->needsDisplay()) << "still in creation";
+    graph->setEditing(false);
+    EXPECT_FALSE(graph->needsDisplay());
+    for (int round = 0; round < 2; ++round) { // the second changes nothing
+        graph->setLineType(2);
+        graph->setLineWidth(3);
+        graph->setStrokeColor(Qt::red);
+        graph->setFillColor(Qt::green);
+        graph->setText(QStringLiteral("x"));
+        EXPECT_EQ(owner->redraws, 8);
+    }
+    owner->activePane = false;
+    graph->setSelected(true);
+    graph->setEditing(true);
+    graph->setEditing(false);
+    EXPECT_FALSE(graph->needsDisplay()) << "selected, but in an inactive pane";
+}
+
+TEST_F(GraphEditing, TheMagnetSnapsPlacedAndDraggedPoints)
+{
+    const MagnetOn magnet;
+    QZPaintDefaults::setCurrent(&magnet);
+    chart.magnet.answerWith([](QZPoint p, std::uint64_t) { return QZPoint{p.x, 77}; });
+    const auto graph = pressed({0, 0});
+    EXPECT_EQ(graph->points(), (Points{{100, 77}, {200, 77}}));
+    graph->mouseDragged({201, 78});
+    EXPECT_EQ(graph->points().at(1), (QZPoint{201, 77}));
+}
+
+TEST_F(GraphEditing, HandlesAreHalfOpenSquaresAndTheFirstWins)
+{
+    struct Row {
+        const char* name = nullptr;
+        QZPoint at;
+        std::optional<int> picked;
+    };
+    for (const Row& row : {Row{"left bottom corner", {97, 97}, 0}, Row{"right edge", {103, 100}, std::nullopt},
+                           Row{"top edge", {100, 103}, std::nullopt}, Row{"second of three", {202, 152}, 1}}) {
+        SCOPED_TRACE(row.name);
+        const auto graph = pressed(row.at, {{100, 100}, {200, 150}, {200, 150}});
+        owner->cursor = QZCursor::Arrow;
+        EXPECT_EQ(graph->isNearKeyPoint(row.at), row.picked.has_value());
+        EXPECT_EQ(owner->cursor, row.picked ? QZCursor::Crosshair : QZCursor::Arrow);
+        EXPECT_EQ(graph->selectKeyPointNearPoint(row.at), row.picked.has_value());
+        EXPECT_EQ(graph->currentPoint(), row.picked);
+    }
+    const auto creating = placed(std::make_shared<Figure>(), owner, {{100, 100}});
+    creating->mouseDragged({300, 10});
+    EXPECT_EQ(creating->points(), (Points{{100, 100}, {300, 10}})) << "in creation any drag moves the point";
+}
+
+TEST_F(GraphEditing, AHandleGoesWhereTheMouseGoes)
+{
+    const auto graph = pressed({200, 150});
+    graph->mouseDragged({201, 150});
+    graph->mouseDragged({100, 100}); // over the other handle: holds on to its own
+    graph->mouseDragged({520, -40}); // out of the pane
+    EXPECT_EQ(graph->points(), (Points{{100, 100}, {520, -40}}));
+    EXPECT_EQ(graph->logicAxises().at(1).date, 20240052) << "converted at once";
+    EXPECT_EQ(graph->parts, (std::vector{1, 1, 1}));
+    graph->mouseUp({520, -40});
+    EXPECT_FALSE(graph->currentPoint() || graph->isDragging());
+}
+
+TEST_F(GraphEditing, AWholeFigureStopsWhereTheHostSaysSo)
+{
+    const auto never = [](QZPoint) { return false; };
+    const auto insideOnly = [](QZPoint p) { return p.x > 0 && p.x < 400; };
+    const auto always = [](QZPoint) { return true; };
+    struct Row {
+        const char* name;
+        std::function<bool(QZPoint)> may;
+        double toX, shift, newStartX;
+    };
+    const std::vector<Row> rows{
+        {"free", insideOnly, 170, 20, 170},           {"right edge", insideOnly, 400, 200, 400},
+        {"left edge", insideOnly, 0, -100, 0},        {"the host lets it leave", always, 400, 250, 400},
+        {"blocked at the right", never, 400, 0, 200}, {"blocked at the left", never, 0, 0, 100},
+        {"blocked inside", never, 170, 0, 150},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        chart.mayGoLeft.answerWith(row.may);
+        chart.mayGoRight.answerWith(row.may);
+        const auto graph = pressed({150, 125});
+        graph->mouseDragged({row.toX, 135});
+        EXPECT_EQ(graph->points(), (Points{{100 + row.shift, 110}, {200 + row.shift, 160}}));
+        EXPECT_EQ(graph->dragStartPoint(), (QZPoint{row.newStartX, 135}));
+        EXPECT_EQ(graph->shifts, std::vector{row.shift});
+    }
+    owner->hasChart = false;
+    const auto graph = pressed({150, 125});
+    graph->mouseDragged({170, 135});
+    EXPECT_EQ(graph->points(), (Points{{100, 110}, {200, 160}})) << "without a chart only up and down";
+}
+
+TEST_F(GraphEditing, AfterTheEdgeTheFigureDoesNotCatchUp)
+{
+    chart.mayGoRight.answerWith([](QZPoint p) { return p.x < 400; });
+    const auto graph = pressed({150, 125});
+    graph->mouseDragged({390, 125});
+    graph->mouseDragged({380, 125});
+    EXPECT_EQ(graph->points().at(1), (QZPoint{390, 150})) << "back at once with the mouse";
+    RecordingContext context;
+    graph->drawInContext(context);
+    EXPECT_EQ(graph->points().at(1), (QZPoint{390, 150})) << "not reloaded under way";
+    EXPECT_EQ(graph->logicAxises().at(1).date, 20240020) << "nor converted";
+    graph->mouseDragged({390, 150}); // over a handle: the figure goes on
+    EXPECT_TRUE(graph->parts.empty());
+    EXPECT_EQ(owner->cursor, QZCursor::ClosedHand);
+    graph->mouseUp({390, 150});
+    EXPECT_EQ(graph->logicAxises().at(0).date, 20240030);
+    EXPECT_EQ(owner->cursor, QZCursor::Arrow);
+}

@@ -1,0 +1,113 @@
+#include "model/QZDrawingTypes.h"
+#include "panels/QZPaintControl.h"
+#include "platform/QZFrameComFun.h"
+#include "support/Spies.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+constexpr std::uint64_t all = QZAllEnabledTypes;
+constexpr std::uint64_t allButFan = 0x3ffffffbfff;
+const std::string fanOff = "<key>QZSTGannFan</key><false/>";
+
+class PaletteProfiles : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        QZFrameComFun::setRootFolder(root_.path());
+        path_ = QZFrameComFun::getStorageFilePath(1, {}, QStringLiteral("QZPaintControl.plist"), true);
+    }
+    void TearDown() override { QZFrameComFun::setRootFolder({}); }
+
+    void write(const std::string& bytes)
+    {
+        QFile file(path_);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes.data(), static_cast<qint64>(bytes.size()));
+    }
+
+    QTemporaryDir root_;
+    QString path_;
+    LogSpy log_;
+};
+
+std::string xml(const std::string& body)
+{
+    return R"(<?xml version="1.0"?><!-- < > --><plist version="1.0">)" + body + "</plist>";
+}
+
+std::string profile(const std::string& entries)
+{
+    return xml("<dict><key>P</key><dict>" + entries + "</dict></dict>");
+}
+
+std::string nested(int depth)
+{
+    const std::string open = "<dict><key>P</key>";
+    std::string text;
+    for (int i = 0; i < depth; ++i)
+        text.insert(0, open).append("</dict>");
+    return text;
+}
+
+} // namespace
+
+TEST_F(PaletteProfiles, WhatCannotBeUsedForbidsNothingAndIsLoggedOnce)
+{
+    struct Row {
+        const char* name;
+        std::string bytes;
+        std::uint64_t mask;
+        const char* logged; // empty for no line
+    };
+    for (const Row& row : {
+             Row{"one off", profile("<key>QZSTRay</key><true/>" + fanOff), allButFan, ""},
+             Row{"beyond the mask", profile("<key>QZSTToolRangeStatistics</key><false/>"), all, ""},
+             Row{"number", profile("<key>QZSTRay</key><integer>0</integer>" + fanOff), allButFan, "not a boolean"},
+             Row{"misspelt", profile("<key>QZSTGanFan</key><false/>"), all, "QZSTGanFan of P is not a tool"},
+             Row{"profile is a text", xml("<dict><key>P</key><string/></dict>"), all, "P is not a dictionary"},
+             Row{"root is an array", xml("<array><true/></array>"), all, "root is not a dictionary"},
+             Row{"root is a text", xml("<string>P</string>"), all, "root is not a dictionary"},
+             Row{"empty", "", all, "root is not a dictionary"},
+             Row{"malformed", xml("<dict><key>P</dict>"), all, "not a well-formed"},
+             Row{"truncated", profile(fanOff).substr(0, 120), all, "not a well-formed"},
+             Row{"no text", std::string("\0\xff<dict>\0\xfe", 10), all, "not a well-formed"},
+             Row{"binary", "bplist00<dict/>", all, "binary"},
+             Row{"too large", profile(fanOff) + std::string(256 * 1024, ' '), all, "larger than 262144 bytes"},
+             Row{"very deep", xml(nested(9000)), all, "more than 256"},
+             Row{"very deep, unclosed", xml(nested(9000)).substr(0, 150000), all, "more than 256"},
+         }) {
+        SCOPED_TRACE(row.name);
+        write(row.bytes);
+        log_.lines.clear();
+        EXPECT_EQ(QZPaintControlProfiles::readFile(path_).enableTypes(QStringLiteral("P")), row.mask);
+        const QString line = log_.lines.join(u'\n');
+        EXPECT_EQ(log_.lines.size(), *row.logged == 0 ? 0 : 1) << line.toStdString();
+        EXPECT_TRUE(line.contains(QLatin1String(row.logged))) << line.toStdString();
+        EXPECT_TRUE(line.isEmpty() || line.contains(path_)) << line.toStdString();
+    }
+}
+
+TEST_F(PaletteProfiles, AKeyAppliesItsProfileFromAFileReadOnce)
+{
+    QZPaintControl palette(QStringLiteral("QZPaintControl"));
+    palette.setControlKey(QZPaintControlRealTimeKey); // the library's own file, since the host brings none
+    EXPECT_EQ(palette.enableTypes(), all & ~static_cast<std::uint64_t>(QZSTBoxLine | QZSTFibonacci));
+    palette.setControlKey(QZPaintControlCandlestickKey);
+    EXPECT_EQ(palette.enableTypes(), all);
+
+    write(profile(fanOff));
+    palette.setControlKey(QStringLiteral("P"));
+    EXPECT_EQ(palette.enableTypes(), all);
+    QZPaintControl next(QStringLiteral("QZPaintControl"));
+    next.setControlKey(QStringLiteral("P"));
+    EXPECT_FALSE(next.window().findChild<QWidget*>(QStringLiteral("QZSTGannFan"))->isEnabled());
+    next.setControlKey(QStringLiteral("no such profile"));
+    EXPECT_EQ(next.enableTypes(), all);
+    EXPECT_EQ(log_.lines, QStringList());
+}

@@ -1,0 +1,365 @@
+#include "GraphStoreFixture.h"
+#include "panels/QZPaintControl.h"
+#include "platform/QZFont.h"
+#include "support/RecordingContext.h"
+#include "tools/QZPaintRangeStatistics.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+const QString stock = QStringLiteral("600000");
+const QString pane = QStringLiteral("main");
+
+/// A chart that fails while figures are being made.
+class ThrowingView : public TestView {
+public:
+    std::int64_t enableTypes() const override { throw std::runtime_error("no chart"); }
+};
+
+class ThrowingGraph : public QZPaintGraph {
+public:
+    std::int64_t type() const override { throw std::runtime_error("no type"); }
+};
+
+} // namespace
+
+TEST_F(GraphStore, KeyPointText)
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(QZPaintManagerView::encodeGraphKeyPoints({{1, 2, 10.5}, {3, 4, 11.25}}), u"1,2,10.500000;3,4,11.250000;");
+    EXPECT_EQ(QZPaintManagerView::encodeGraphKeyPoints({}), u"");
+    const QString largest = QZPaintManagerView::encodeGraphKeyPoints({{-2147483647 - 1, 0, -1.7976931348623157e308}});
+    EXPECT_EQ(QZPaintManagerView::decodeGraphKeyPoints(largest).at(0).price, -1.7976931348623157e308);
+
+    struct Row {
+        const char* text;
+        std::vector<QZPaintLogicAxis> axises;
+    };
+    for (const Row& row : {Row{"1,2,3.5;x;4,5;6,7,8;", {{1, 2, 3.5}, {6, 7, 8}}}, Row{"", {}}, Row{";;,;1,2,3,4;", {}},
+                           Row{"1,2,3", {{1, 2, 3}}}, Row{" 7x,+8,-.5y;", {{7, 8, -0.5}}}, Row{",,;a,b,c;", {{}, {}}},
+                           Row{"99999999999,-99999999999,1e999;", {{2147483647, -2147483647 - 1, infinity}}},
+                           Row{"3.9,1e3,-1e-999;0,0,nan;0,0,inf;0,0,0x10;", {{3, 1, 0}, {}, {}, {}}}}) {
+        SCOPED_TRACE(row.text);
+        const auto axises = QZPaintManagerView::decodeGraphKeyPoints(QString::fromLatin1(row.text));
+        ASSERT_EQ(axises.size(), row.axises.size());
+        for (std::size_t i = 0; i < axises.size(); ++i)
+            EXPECT_EQ(axises[i].description(), row.axises[i].description());
+    }
+}
+
+TEST_F(GraphStore, EveryToolComesBackAsItWas)
+{
+    TestPane drawn;
+    TestView& view = drawn.view();
+    const std::vector<QFont> fonts{labelFont(12), labelFont(31), labelFont(2000)};
+    const std::vector<QColor> colors{QColor::fromRgbF(0.1F, 0.2F, 0.3F, 0.4F), Qt::black, QColor(254, 100, 0, 1)};
+    const std::vector<QString> texts{QStringLiteral("新建 📈 100%1 %s"), QLatin1String(""),
+                                     QStringLiteral("--;\n\t\"two\" lines"), QString(100'000, u'长')};
+    for (const auto& tool : paintToolTable()) {
+        SCOPED_TRACE(strQZShapeType(tool.type).toStdString());
+        if (tool.type == QZSTToolRangeStatistics)
+            continue;
+        std::vector<std::shared_ptr<QZPaintGraph>> before;
+        view.loadDB(stock, day, strQZShapeType(tool.type));
+        for (std::uint64_t i = 0; i < 12; ++i) {
+            before.push_back(figure(view, tool.type, i));
+            before.back()->setLineType(i % 6);
+            before.back()->setStrokeColor(colors[i % 3]);
+            before.back()->setFillColor(colors[(i + 1) % 3]);
+            before.back()->setFont(fonts[i % 3]);
+            before.back()->setText(texts[i % 4]);
+            before.back()->setLocked(i % 2 == 0);
+            add(view, before.back());
+        }
+        view.saveDB(stock, day, strQZShapeType(tool.type));
+        reopen();
+        view.loadDB(stock, day, strQZShapeType(tool.type));
+        const auto after = graphs(view);
+        ASSERT_EQ(after.size(), before.size());
+        for (std::size_t i = 0; i < after.size(); ++i) {
+            EXPECT_EQ(after[i]->type(), tool.type);
+            EXPECT_EQ(after[i]->lineType(), before[i]->lineType());
+            EXPECT_EQ(after[i]->lineWidth(), i);
+            EXPECT_EQ(after[i]->strokeColor(), before[i]->strokeColor());
+            EXPECT_EQ(after[i]->fillColor(), before[i]->fillColor());
+            EXPECT_EQ(after[i]->font(), before[i]->font());
+            EXPECT_EQ(after[i]->text(), before[i]->text());
+            EXPECT_EQ(after[i]->isLocked(), i % 2 == 0);
+            EXPECT_FALSE(after[i]->isEditing());
+            RecordingContext was;
+            RecordingContext is;
+            before[i]->drawInContext(was);
+            after[i]->drawInContext(is);
+            EXPECT_EQ(is.lines, was.lines);
+        }
+    }
+    EXPECT_EQ(log_.lines, QStringList());
+}
+
+TEST_F(GraphStore, RowsAsTheyAreWritten)
+{
+    TestView view;
+    view.loadDB(stock, day, pane);
+    EXPECT_EQ(log_.lines, QStringList(QStringLiteral("Empty result set for stockCode 600000"))) << "no table yet";
+    const auto graph = figure(view, QZSTRay, 3);
+    graph->setText({});
+    graph->setStrokeColor(QColor::fromHsv(0, 255, 255));
+    graph->setLocked(true);
+    add(view, graph);
+    view.saveDB(stock, day, pane);
+    const auto database = otherConnection();
+    auto row = database->executeQuery("SELECT * FROM GraphTable");
+    ASSERT_TRUE(row && row->next());
+    for (const auto& [column, value] : std::initializer_list<std::pair<const char*, const char16_t*>>{
+             {"dbVersion", u"1.0.0"},
+             {"extension1", u""},
+             {"extension2", u""},
+             {"graphIndex", u"600000_main_QZPCCandlestickCycleDay"},
+             {"POINTS", u"20240005,93000,50.250000;20240008,93001,70.750000;"},
+             {"graphType", u"2"},
+             {"lineWidth", u"3"},
+             {"isLocked", u"1"},
+             {"strokeColorR", u"1.0"},
+             {"strokeColorG", u"0.0"},
+             {"strokeColorA", u"1.0"},
+             {"fontName", u"DejaVu Sans"},
+             {"fontSize", u"12.0"},
+             {"textValue", u"(null)"},
+             {"noColumn", u""}})
+        EXPECT_EQ(row->stringForColumn(column), QStringView(value)) << column;
+    EXPECT_FALSE(row->next());
+    EXPECT_EQ(QZPaintManagerView::constructDBIndex({}, 99, {}), u"(null)_(null)_(null)");
+}
+
+TEST_F(GraphStore, OneSaveForEachLoad)
+{
+    TestView view;
+    store(view, stock, {1, 2});
+    ASSERT_EQ(stored("lineWidth"), QStringList({QStringLiteral("1"), QStringLiteral("2")}));
+    EXPECT_EQ(graphs(view).size(), 2U) << "only the active pane is emptied";
+    view.paintLayer()->graphs().removeAll();
+    view.saveDB(stock, day, pane);
+    TestView neverLoaded;
+    neverLoaded.saveDB(stock, day, pane);
+    EXPECT_EQ(stored("lineWidth").size(), 2);
+
+    QZPaintActiveManager::sharedManager().setCurrentActiveLayer(view.paintLayer());
+    view.loadDB(stock, day, pane);
+    view.paintLayer()->setCurrentGraph(graphs(view).at(0));
+    view.saveDB(stock, day, pane);
+    EXPECT_EQ(stored("lineWidth").size(), 2);
+    EXPECT_TRUE(graphs(view).empty());
+    EXPECT_EQ(view.paintLayer()->currentGraph(), nullptr);
+    EXPECT_TRUE(view.paintLayer()->isActive());
+}
+
+TEST_F(GraphStore, GroupsAreKeptApart)
+{
+    TestView view;
+    struct Row {
+        QString stock;
+        std::uint64_t cycle;
+        QString view;
+    };
+    const std::vector<Row> groups{{stock, day, pane},
+                                  {stock, day, QStringLiteral("副图/1")},
+                                  {stock, QZPCRealTimeCycleDay, pane},
+                                  {QStringLiteral("平安银行 100%1"), day, pane}};
+    for (std::uint64_t i = 0; i < groups.size(); ++i) {
+        view.loadDB(groups[i].stock, groups[i].cycle, groups[i].view);
+        EXPECT_TRUE(graphs(view).empty());
+        add(view, figure(view, QZSTLineSegment, i));
+        view.saveDB(groups[i].stock, groups[i].cycle, groups[i].view);
+    }
+    for (std::uint64_t i = 0; i < groups.size(); ++i) {
+        view.loadDB(groups[i].stock, groups[i].cycle, groups[i].view);
+        ASSERT_EQ(graphs(view).size(), 1U);
+        EXPECT_EQ(graphs(view)[0]->lineWidth(), i);
+    }
+
+    for (const QString& hostile : {QStringLiteral("x' OR '1'='1"), QStringLiteral("'; DROP TABLE GraphTable; --"),
+                                   QStringLiteral("o'neil"), QStringLiteral("x' UNION SELECT * FROM GraphTable --")}) {
+        SCOPED_TRACE(hostile.toStdString());
+        view.loadDB(hostile, day, pane);
+        EXPECT_TRUE(graphs(view).empty());
+        EXPECT_EQ(log_.lines.last(), QStringLiteral("Empty result set for stockCode ") + hostile);
+        view.saveDB(hostile, day, hostile);
+        EXPECT_EQ(stored("lineWidth").size(), 4);
+    }
+}
+
+TEST_F(GraphStore, AQuoteInATextLosesTheFiguresFromThere)
+{
+    TestView view;
+    view.loadDB(stock, day, pane);
+    for (const char16_t* text : {u"first", u"it's", u"last"}) {
+        add(view, figure(view));
+        graphs(view).back()->setText(QString::fromUtf16(text));
+    }
+    log_.lines.clear();
+    view.saveDB(stock, day, pane);
+    EXPECT_EQ(stored("textValue"), QStringList(QStringLiteral("first")));
+    ASSERT_EQ(log_.lines.size(), 1);
+    EXPECT_TRUE(log_.lines[0].startsWith(u"Write line paint DB error : near \"s\": syntax error"_qs))
+        << qPrintable(log_.lines[0]);
+
+    view.loadDB(stock, day, pane);
+    graphs(view).at(0)->setText(QStringLiteral("a'); DROP TABLE GraphTable; --"));
+    view.saveDB(stock, day, pane);
+    EXPECT_EQ(stored("textValue"), QStringList(QStringLiteral("a"))) << "the second statement does not run";
+}
+
+TEST_F(GraphStore, TheRangeBandIsNeverStored)
+{
+    TestView view;
+    view.types = QZAllEnabledTypes | QZSTToolRangeStatistics;
+    store(view, stock, {1});
+    view.loadDB(stock, day, pane);
+    view.paintLayer()->graphs().removeAll();
+    add(view, QZPaintRangeStatistics::sharedGraph());
+    view.saveDB(stock, day, pane);
+    EXPECT_EQ(stored("graphType").size(), 0);
+
+    ASSERT_TRUE(run("INSERT INTO GraphTable(graphIndex, graphType) VALUES "
+                    "('600000_main_QZPCCandlestickCycleDay', 281474976710656)"));
+    view.loadDB(stock, day, pane);
+    EXPECT_TRUE(graphs(view).empty());
+    EXPECT_EQ(QZPaintRangeStatistics::sharedGraph()->layer(), nullptr);
+}
+
+TEST_F(GraphStore, FileOfAnEarlierVersion)
+{
+    ASSERT_TRUE(
+        run("CREATE TABLE GraphTable(dbVersion TEXT, extension1 TEXT, extension2 TEXT, graphIndex TEXT, points TEXT, "
+            "graphType INTEGER,lineType INTEGER, lineWidth INTEGER, isLocked BIT, strokeColorR FLOAT, "
+            "strokeColorG FLOAT, strokeColorB FLOAT, strokeColorA FLOAT, fillColorR FLOAT, fillColorG FLOAT, "
+            "fillColorB FLOAT, fillColorA FLOAT, fontName TEXT, fontSize FLOAT, textValue TEXT)"));
+    ASSERT_TRUE(run("INSERT INTO GraphTable VALUES ('1.0.0','','','600000_main_QZPCCandlestickCycleDay',"
+                    "'20231229,0,50.250000;20240102,0,60.000000;',1,2,3,1,0.9960784313725490,0.392156862745098,0,1,"
+                    "1,1,1,1,'.AppleSystemUIFont',13,'新建')"));
+    TestView view;
+    view.loadDB(stock, day, pane);
+    ASSERT_EQ(graphs(view).size(), 1U);
+    const QZPaintGraph& graph = *graphs(view)[0];
+    EXPECT_EQ(graph.type(), QZSTLineSegment);
+    EXPECT_EQ(graph.logicAxises().at(1).description(), u"date = 20240102, time = 0, price = 60.000");
+    EXPECT_EQ(graph.strokeColor(), QColor(254, 100, 0));
+    EXPECT_EQ(graph.lineType(), 2U);
+    EXPECT_EQ(graph.lineWidth(), 3U);
+    EXPECT_TRUE(graph.isLocked());
+    EXPECT_EQ(graph.font(), systemFont(11));
+    EXPECT_EQ(graph.text(), QStringLiteral("新建"));
+}
+
+TEST_F(GraphStore, WhatALoadLeavesInThePane)
+{
+    TestPane panes({.panes = 2});
+    store(panes.view(1), stock, {1});
+    QZPaintControl::sharedManager().setHidden(true);
+    panes.arm(QZSTRay);
+    QImage picture(3, 3, QImage::Format_RGB32);
+    panes.current(0)->setThumbnail(picture);
+    panes.layer(1).setCurrentGraph(nullptr);
+    panes.paint();
+    panes.view(1).loadDB(stock, day, pane);
+    QZPaintControl::sharedManager().setHidden(false);
+    EXPECT_TRUE(graphs(panes.view(1)).at(0)->isHidden());
+    EXPECT_TRUE(panes.layer(1).needsDisplay());
+    ASSERT_NE(panes.current(1), nullptr) << "armed in the first pane, armed here";
+    EXPECT_EQ(panes.current(1)->type(), QZSTRay);
+    EXPECT_EQ(panes.current(1)->thumbnail(), picture);
+
+    panes.layer(0).cancelCurrentGraph();
+    panes.layer(1).cancelCurrentGraph();
+    panes.view(1).loadDB(stock, day, pane);
+    const auto flag = QStringLiteral("CONTEXT_IS_PAINT_EDITING");
+    EXPECT_FALSE(QZGlobalEnv::getShareInstance().globalContext(flag, flag).toBool());
+    EXPECT_EQ(panes.current(1), nullptr);
+    panes.paint();
+    panes.view(1).loadDB(QStringLiteral("nothing"), day, pane);
+    EXPECT_FALSE(panes.layer(1).needsDisplay());
+}
+
+TEST_F(GraphStore, AnotherUserLogsIn)
+{
+    TestPane panes({.panes = 2});
+    panes.view(0).loadDB(stock, day, pane);
+    panes.view(1).loadDB(stock, day, QStringLiteral("volume"));
+    panes.draw(QZSTHorizon, {{100, 100}}, 0);
+    panes.draw(QZSTHorizon, {{100, 50}}, 1);
+    QZPanelWindow& palette = QZPaintControl::sharedManager().window();
+    palette.addToWindowOf(panes.split());
+    log_.lines.clear();
+    const QString annsFile = file();
+    QZGlobalEnv::getShareInstance().setLoginUser(QStringLiteral("bob"));
+    EXPECT_FALSE(palette.isVisible());
+    EXPECT_EQ(palette.chartWindow(), nullptr);
+    EXPECT_TRUE(graphs(panes.view(0)).empty());
+    EXPECT_TRUE(graphs(panes.view(1)).empty());
+    ASSERT_EQ(log_.lines.size(), 6) << qPrintable(log_.lines.join(u'\n'));
+    EXPECT_TRUE(log_.lines[0].startsWith(u"Login user changed saveDB <QZPaintManagerView: 0x"_qs));
+    EXPECT_TRUE(log_.lines[0].endsWith(u" graphs {(QZSTHorizon)}\nPath:"_qs + annsFile)) << qPrintable(log_.lines[0]);
+    EXPECT_TRUE(log_.lines[1].endsWith(u" graphs {()}\nPath:"_qs + annsFile)) << "the active pane is emptied";
+    EXPECT_EQ(log_.lines[2], u"Closed database Path:"_qs + annsFile);
+    EXPECT_EQ(log_.lines[3], u"Opened new database Path:"_qs + file());
+    EXPECT_EQ(log_.lines[4], u"Empty result set for stockCode 600000");
+
+    // Names that would lead out of the accounts folder do not, and everyone finds his own.
+    for (const QString& name : {QStringLiteral("../../out"), QStringLiteral("/tmp/out"), QStringLiteral("ann"),
+                                QStringLiteral("Ann/."), QStringLiteral(".."), QStringLiteral("ann")}) {
+        SCOPED_TRACE(name.toStdString());
+        QZGlobalEnv::getShareInstance().setLoginUser(name);
+        EXPECT_EQ(QZPaintManagerView::graphDatabase()->databasePath(), file());
+        const QDir folder = QFileInfo(file()).dir();
+        EXPECT_EQ(QFileInfo(folder.path()).dir().canonicalPath(), QDir(root_.filePath(u"accounts"_qs)).canonicalPath());
+        EXPECT_EQ(graphs(panes.view(0)).size(), name == u"ann" ? 1U : 0U);
+        EXPECT_EQ(graphs(panes.view(1)).size(), name == u"ann" ? 1U : 0U);
+    }
+}
+
+TEST_F(GraphStore, TheFileChangesEvenWhenNoPaneShowsAGroup)
+{
+    TestView view;
+    for (const QString& name : {QStringLiteral("bob"), QStringLiteral("eve")}) {
+        QZGlobalEnv::getShareInstance().setLoginUser(name);
+        EXPECT_EQ(QZPaintManagerView::graphDatabase()->databasePath(), file());
+    }
+}
+
+TEST_F(GraphStore, AViewThatGoesClosesTheFileForAMoment)
+{
+    TestView view;
+    store(view, stock, {1});
+    {
+        const TestView other;
+    }
+    EXPECT_FALSE(QZPaintManagerView::graphDatabase()->goodConnection());
+    view.loadDB(stock, day, pane);
+    EXPECT_EQ(graphs(view).size(), 1U);
+    auto removed = std::make_unique<TestView>();
+    removed->removeFromSuperview();
+    removed.reset();
+    add(view, figure(view));
+    view.saveDB(stock, day, pane);
+    EXPECT_EQ(stored("lineWidth").size(), 2);
+}
+
+TEST_F(GraphStore, WhatAHostThrowsEndsInTheLog)
+{
+    TestView view;
+    store(view, stock, {1});
+    ThrowingView host;
+    host.loadDB(stock, day, pane);
+    EXPECT_EQ(log_.lines.last(), u"Read line paint DB exception : no chart");
+
+    view.loadDB(stock, day, pane);
+    add(view, std::make_shared<ThrowingGraph>());
+    view.saveDB(stock, day, pane);
+    EXPECT_EQ(log_.lines.last(), u"Write line paint DB exception : no type");
+    view.paintLayer()->graphs().removeAll();
+    EXPECT_EQ(stored("lineWidth").size(), 1);
+    view.saveDB(stock, day, pane);
+    EXPECT_EQ(stored("lineWidth").size(), 0) << "nothing is locked for good";
+}

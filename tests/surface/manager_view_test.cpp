@@ -1,0 +1,89 @@
+#include "support/Spies.h"
+#include "support/widgets/Gesture.h"
+#include "surface/QZPaintActiveManager.h"
+#include "surface/QZPaintManagerView.h"
+#include "tools/QZPaintRangeStatistics.h"
+
+#include <gtest/gtest.h>
+
+TEST(ManagerView, ABareOneAnswersNeutrally)
+{
+    const QZPaintManagerView view;
+    EXPECT_EQ(view.enableTypes(), 0x3ffffffffff);
+    EXPECT_EQ(view.convertFromPoint({30, 40}).value().price, 0.0);
+    EXPECT_EQ(view.convertToPrecisionPoint({30, 40}), QZPoint{});
+    EXPECT_EQ(view.getXPointWithLocation(33.0F, 2), missingCoordinate);
+    QZBoxLineCalcData box;
+    EXPECT_FALSE(view.calcBoxLineData(box));
+    const QZPaintRetangleModel range = view.infomationForRetangle({}, {}, 3).value();
+    EXPECT_EQ(range.count, 0);
+    EXPECT_EQ(range.varyPrice, QStringLiteral("0.0"));
+    EXPECT_EQ(range.identify, QStringLiteral("Unknow"));
+}
+
+TEST(ManagerView, RedrawsOnAThemeUntilItIsTakenOut)
+{
+    TestPane pane({.panes = 2});
+    const auto layer = pane.view(1).paintLayer();
+    const auto style = QStringLiteral("QZUIOverallStyleDidChangeNotification");
+    pane.paint();
+    QZNotificationCenter::defaultCenter().post(style);
+    EXPECT_TRUE(layer->needsDisplay());
+
+    pane.draw(QZSTHorizon, {{100, 100}}, 1);
+    pane.paint();
+    const std::unique_ptr<TestView> view(&pane.view(1));
+    view->removeFromSuperview();
+    EXPECT_FALSE(layer->needsDisplay());
+    QZNotificationCenter::defaultCenter().post(style);
+    EXPECT_FALSE(layer->needsDisplay());
+    EXPECT_EQ(layer->managerView(), nullptr);
+    // What still holds the layer may go on using it.
+    layer->mouseDown({100, 100});
+    layer->mouseDragged({120, 120});
+    layer->mouseUp({120, 120});
+    EXPECT_EQ(layer->contents({20, 20}, 1.0).size(), QSize(20, 20));
+}
+
+TEST(ManagerView, ShowsTheRangeBandInOnePaneAtATime)
+{
+    TestPane pane({.panes = 2});
+    const auto band = QZPaintRangeStatistics::sharedGraph();
+    pane.view(0).displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
+    pane.view(0).displayRangeStatisticsGraphFromDate(20240010, 0, 20240030, 0);
+    EXPECT_EQ(pane.layer(0).graphs().count(), 1U);
+    EXPECT_EQ(band->points(), (std::vector<QZPoint>{{100, 0}, {300, 0}}));
+    pane.view(1).displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
+    EXPECT_EQ(band->layer(), pane.view(1).paintLayer());
+    EXPECT_TRUE(pane.layer(0).graphs().contains(band.get())) << "until it is removed there";
+    pane.view(0).removeRangeStatisticsGraph();
+    EXPECT_FALSE(pane.layer(0).graphs().contains(band.get()));
+    EXPECT_TRUE(pane.layer(1).graphs().contains(band.get()));
+    EXPECT_EQ(band->layer(), nullptr);
+    pane.view(1).removeRangeStatisticsGraph();
+    EXPECT_EQ(pane.layer(1).graphs().count(), 0U);
+}
+
+TEST(Overlay, ShowsFiguresAboveTheChartWithinTheValidArea)
+{
+    TestPane pane;
+    QWidget chart(&pane.view());
+    chart.setAttribute(Qt::WA_TransparentForMouseEvents);
+    chart.setAutoFillBackground(true);
+    chart.setPalette(QPalette(Qt::yellow));
+    chart.resize(400, 300);
+    chart.show(); // added later than the figures' overlay, and yet below it
+    const auto graph = pane.draw(QZSTHorizon, {{100, 100}});
+    graph->setStrokeColor(Qt::blue);
+    graph->setLineWidth(4);
+    pane.view().setValidateRect({50, 0, 350, 300});
+
+    const QImage picture = pane.paint();
+    const auto at = [&picture](int x, int y) { return picture.pixelColor(x, 300 - y); };
+    EXPECT_EQ(at(300, 100), QColor(Qt::blue));
+    EXPECT_EQ(at(49, 100), QColor(Qt::yellow)) << "cut at the valid area";
+    EXPECT_EQ(at(50, 100), QColor(Qt::blue));
+    EXPECT_TRUE(graph->isSelected());
+    EXPECT_EQ(at(100, 100), QColor(Qt::yellow)) << "the handle is hollow down to the chart, not through it";
+    EXPECT_EQ(at(300, 110), QColor(Qt::yellow));
+}

@@ -1,0 +1,225 @@
+#include "platform/QZGlobalEnv.h"
+#include "support/RecordingContext.h"
+#include "support/Spies.h"
+#include "support/widgets/Gesture.h"
+#include "surface/QZPaintLayer.h"
+#include "tools/QZPaintRangeStatistics.h"
+#include "tools/QZPaintToolTable.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+bool isPaintEditing()
+{
+    const auto flag = QStringLiteral("CONTEXT_IS_PAINT_EDITING");
+    return QZGlobalEnv::getShareInstance().globalContext(flag, flag).toBool();
+}
+
+} // namespace
+
+TEST(PaintLayer, AFigureJoinsTheSetWithItsLastClick)
+{
+    TestPane pane;
+    const NotificationSpy finished(QZPaintGraphFinishedEditingNotification);
+    pane.arm(QZSTLineSegment);
+    const auto graph = pane.current();
+    EXPECT_TRUE(isPaintEditing());
+    pane.click({100, 100});
+    EXPECT_EQ(pane.layer().graphs().count(), 0U);
+    EXPECT_TRUE(finished.posts.empty());
+    RecordingContext context;
+    pane.layer().drawInContext(context);
+    EXPECT_EQ(context.count("segment"), 1) << "drawn all the same";
+
+    pane.click({200, 150});
+    EXPECT_TRUE(pane.layer().graphs().contains(graph.get()));
+    EXPECT_FALSE(isPaintEditing());
+    EXPECT_EQ(pane.current(), graph);
+    EXPECT_TRUE(graph->isSelected());
+    EXPECT_EQ(graph->dragStartPoint(), (QZPoint{200, 150}));
+    ASSERT_EQ(finished.posts.size(), 1U);
+    EXPECT_EQ(finished.posts[0].object, &pane.layer());
+}
+
+TEST(PaintLayer, AClickTakesTheNearestFigureWithinTheRadius)
+{
+    TestPane pane;
+    const auto low = pane.draw(QZSTHorizon, {{100, 100}});
+    const auto high = pane.draw(QZSTHorizon, {{100, 112}});
+    EXPECT_EQ(pane.graphAt({200, 105.9}), low);
+    EXPECT_EQ(pane.graphAt({200, 106.1}), high);
+    pane.click({300, 103});
+    EXPECT_EQ(pane.current(), low);
+    EXPECT_TRUE(low->isSelected());
+    EXPECT_FALSE(high->isSelected());
+    pane.click({300, 106});
+    EXPECT_EQ(pane.current(), nullptr) << "on the radius of both is near neither";
+    EXPECT_FALSE(low->isSelected());
+    pane.draw(QZSTHorizon, {{100, 104}});
+    EXPECT_EQ(pane.graphAt({200, 102}), low) << "of equally near ones the first";
+}
+
+TEST(PaintLayer, Keys)
+{
+    struct Row {
+        const char* name;
+        std::vector<QZPoint> clicks;
+        Qt::Key key;
+        std::size_t left;
+        bool ends;
+    };
+    const std::vector<QZPoint> first{{100, 100}};
+    const std::vector<QZPoint> both{{100, 100}, {200, 150}};
+    for (const Row& row :
+         {Row{"Escape in creation", first, Qt::Key_Escape, 0, true},
+          Row{"Escape on a finished one", both, Qt::Key_Escape, 1, false},
+          Row{"Delete in creation", first, Qt::Key_Delete, 0, true}, Row{"Delete", both, Qt::Key_Delete, 0, true},
+          Row{"Backspace", both, Qt::Key_Backspace, 0, true}, Row{"another key", both, Qt::Key_A, 1, false}}) {
+        SCOPED_TRACE(row.name);
+        TestPane pane;
+        const auto graph = pane.draw(QZSTLineSegment, row.clicks);
+        const NotificationSpy finished(QZPaintGraphFinishedEditingNotification);
+        Gesture(pane).key(row.key);
+        EXPECT_EQ(pane.layer().graphs().count(), row.left);
+        EXPECT_EQ(pane.current() == nullptr, row.ends);
+        EXPECT_EQ(finished.posts.size(), row.ends ? 1U : 0U);
+        EXPECT_NE(graph->isSelected(), row.ends);
+        EXPECT_FALSE(graph->isEditing());
+        EXPECT_FALSE(isPaintEditing());
+    }
+}
+
+TEST(PaintLayer, DeleteLeavesTheRangeBandToTheHost)
+{
+    TestPane pane;
+    const auto band = QZPaintRangeStatistics::sharedGraph();
+    pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
+    pane.click({150, 50});
+    ASSERT_EQ(pane.current(), band);
+    const NotificationSpy spy(QZRangeStatisticsTimeChangedNotification);
+    Gesture(pane).key(Qt::Key_Delete);
+    ASSERT_EQ(spy.posts.size(), 1U);
+    EXPECT_EQ(spy.posts[0].object, &pane.layer());
+    EXPECT_EQ(spy.posts[0].userInfo, (QVariantMap{{QStringLiteral("timeType"), 5U}}));
+    EXPECT_TRUE(pane.layer().graphs().contains(band.get()));
+    EXPECT_EQ(pane.current(), nullptr);
+    pane.view().removeRangeStatisticsGraph();
+}
+
+TEST(PaintLayer, OnlyTheLatest300FiguresAreDrawn)
+{
+    TestPane pane;
+    for (int i = 0; i <= 300; ++i) {
+        auto graph = createPaintTool(QZSTLineSegment);
+        graph->setLayer(pane.view().paintLayer());
+        graph->mouseDown({10.0 * (i % 30), i + 0.5});
+        graph->mouseDown({300, i + 0.5});
+        pane.layer().graphs().add(graph);
+    }
+    RecordingContext context;
+    pane.layer().drawInContext(context);
+    EXPECT_EQ(context.count("segment"), 300);
+    EXPECT_TRUE(context.lines.front().starts_with("segment 10,1.5-300,1.5")) << context.lines.front();
+    EXPECT_EQ(pane.layer().graphs().count(), 301U);
+
+    const LogSpy log;
+    pane.chart().fromAxis.answerWith([](const QZPaintLogicAxis&) { return unplaceablePoint; });
+    pane.layer().drawInContext(context);
+    EXPECT_EQ(pane.layer().graphs().count(), 1U) << "off the chart: they leave while they are drawn";
+}
+
+TEST(PaintLayer, FinishingInOnePaneEndsWhatOthersWereDoing)
+{
+    TestPane pane({.panes = 2});
+    pane.arm(QZSTLineSegment);
+    const auto upper = pane.current(0);
+    pane.click({100, 100}, 0);
+    EXPECT_EQ(upper->currentPoint(), 1);
+    pane.click({100, 100}, 1);
+    EXPECT_EQ(upper->currentPoint(), 0) << "starts over";
+    EXPECT_TRUE(upper->isEditing());
+    pane.click({200, 150}, 1);
+    EXPECT_EQ(pane.current(0), nullptr);
+    EXPECT_EQ(pane.layer(0).graphs().count(), 0U);
+    EXPECT_EQ(pane.layer(1).graphs().count(), 1U);
+
+    pane.draw(QZSTHorizon, {{100, 50}}, 0);
+    pane.click({150, 125}, 1);
+    EXPECT_EQ(pane.current(0), nullptr) << "a selection in one pane only";
+    EXPECT_TRUE(pane.current(1)->isSelected());
+}
+
+TEST(PaintLayer, RedrawsOnlyWhenSomethingChanged)
+{
+    TestPane pane;
+    pane.draw(QZSTLineSegment, {{100, 100}, {200, 150}});
+    pane.split().setUpdatesEnabled(false); // the test paints
+    const auto paint = [&pane] { pane.layer().contents(pane.view().size(), 1.0); };
+    Gesture mouse(pane);
+    mouse.move({10, 10});
+    struct Row {
+        const char* name;
+        std::function<void()> action;
+        bool redraws;
+    };
+    const std::vector<Row> rows{
+        {"over nothing",
+         [&] {
+             mouse.move({300, 50});
+         },
+         false},
+        {"over the figure",
+         [&] {
+             mouse.move({150, 125});
+         },
+         false},
+        {"over a handle",
+         [&] {
+             mouse.move({200, 150});
+         },
+         false},
+        {"still inside", [&] { pane.layer().setMouseInside(true); }, false},
+        {"no longer inside", [&] { pane.layer().setMouseInside(false); }, true},
+        {"drag",
+         [&] {
+             mouse.drag({150, 125}, {160, 125});
+         },
+         true},
+        {"same valid area", [&] { pane.view().setValidateRect(pane.view().validateRect()); }, false},
+        {"another valid area",
+         [&] {
+             pane.view().setValidateRect({0, 0, 300, 300});
+         },
+         true},
+        {"figure in creation follows the mouse",
+         [&] {
+             pane.arm(QZSTRay);
+             paint();
+             mouse.move({50, 60});
+         },
+         true},
+    };
+    for (const Row& row : rows) {
+        paint();
+        EXPECT_FALSE(pane.layer().needsDisplay());
+        row.action();
+        EXPECT_EQ(pane.layer().needsDisplay(), row.redraws) << row.name;
+    }
+}
+
+TEST(PaintLayer, MakesOnlyWhatThePaneAccepts)
+{
+    TestPane pane({.panes = 2});
+    pane.view(1).types = QZSTRay | QZSTToolRangeStatistics;
+    pane.arm(QZSTHorizon);
+    EXPECT_NE(pane.current(0), nullptr);
+    EXPECT_EQ(pane.current(1), nullptr);
+    EXPECT_EQ(pane.layer(0).allocGraphWithType(QZSTToolRangeStatistics), nullptr);
+    EXPECT_EQ(pane.layer(0).allocGraphWithType(0), nullptr);
+    const auto band = pane.layer(1).allocGraphWithType(QZSTToolRangeStatistics);
+    EXPECT_EQ(band, QZPaintRangeStatistics::sharedGraph());
+    EXPECT_EQ(band, pane.layer(1).allocGraphWithType(QZSTToolRangeStatistics));
+    band->setSelected(false);
+    band->setLayer(nullptr);
+}

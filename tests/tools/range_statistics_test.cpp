@@ -1,0 +1,110 @@
+#include "support/RecordingContext.h"
+#include "support/Spies.h"
+#include "support/TestOwner.h"
+#include "tools/QZPaintRangeStatistics.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// The band from bar 10 (x = 100) to bar 20 (x = 200), selected, over a chart rectangle of height 200.
+class RangeStatistics : public ::testing::Test {
+protected:
+    RangeStatistics()
+    {
+        owner->testChart.rect = {0, 10, 400, 200};
+        band->setLayer(owner);
+        show(10, 20);
+        band->setSelected(true);
+    }
+    ~RangeStatistics() override
+    {
+        band->mouseUp({});
+        band->setSelected(false);
+        band->setLayer(nullptr);
+    }
+
+    void show(int from, int to) const
+    {
+        band->setLogicAxises({{TestChart::firstDate + from}, {TestChart::firstDate + to}});
+        band->convertToKeyPoint();
+    }
+
+    std::shared_ptr<TestOwner> owner = std::make_shared<TestOwner>();
+    std::shared_ptr<QZPaintRangeStatistics> band = QZPaintRangeStatistics::sharedGraph();
+};
+
+} // namespace
+
+TEST_F(RangeStatistics, DrawsItselfEvenWhenHidden)
+{
+    band->setHidden(true);
+    RecordingContext context;
+    band->drawInContext(context);
+    band->setHidden(false);
+    EXPECT_EQ(context.lines,
+              (std::vector<std::string>{"fill 100,10 100x200 #243f649c", "segment 100,10-100,210 w1 #3f649c dash 5,3",
+                                        "segment 200,10-200,210 w1 #3f649c dash 5,3", "fill 95.5,105.5 9x9 #3f649c",
+                                        "fill 195.5,105.5 9x9 #3f649c", "fill 187,197 10x10 #3f649c",
+                                        "segment 188,198-196,206 w2 #ffffff", "segment 188,206-196,198 w2 #ffffff"}));
+    EXPECT_TRUE(context.isBalanced());
+}
+
+TEST_F(RangeStatistics, HitsAndCursors)
+{
+    struct Row {
+        const char* name = nullptr;
+        QZPoint at;
+        double distance = 0.0;
+    };
+    for (const Row& row :
+         {Row{"left of it", {90, 50}, 10}, Row{"inside, near the left edge", {102, 50}, 2}, Row{"inside", {106, 50}, 0},
+          Row{"inside, 6 from the right edge", {194, 50}, 0}, Row{"inside, near the right edge", {195, 50}, -5},
+          Row{"right of it", {207, 50}, 7}, Row{"above it", {150, 5000}, 0}, Row{"close button", {195, 200}, 0},
+          Row{"right edge of the close button", {197, 200}, -3}})
+        EXPECT_DOUBLE_EQ(band->minDistanceFromPoint(row.at), row.distance) << row.name;
+    EXPECT_FALSE(band->isNearKeyPoint({206, 50}));
+    EXPECT_TRUE(band->isNearKeyPoint({205.5, 5000})) << "by x alone";
+    EXPECT_EQ(owner->cursor, QZCursor::ResizeLeftRight);
+    show(20, 20);
+    EXPECT_TRUE(band->isNearKeyPoint({195, 50}));
+    EXPECT_EQ(owner->cursor, QZCursor::ResizeLeft) << "no width";
+}
+
+TEST_F(RangeStatistics, ReportsDragsAndItsCloseButton)
+{
+    const auto dragged = [](double x1, double x2, unsigned type) {
+        return QVariantMap{{QStringLiteral("timeType"), 4U},
+                           {QStringLiteral("x1"), x1},
+                           {QStringLiteral("x2"), x2},
+                           {QStringLiteral("dragType"), type}};
+    };
+    const QVariantMap closed{{QStringLiteral("timeType"), 5U}};
+    struct Row {
+        const char* name;
+        QZPoint down;
+        std::vector<QZPoint> drag;
+        QVariantMap report; ///< the last one
+    };
+    const std::vector<Row> rows{
+        {"first edge", {100, 50}, {{100, 50}, {120, 50}}, dragged(120, 200, 0)},
+        {"second edge past the first", {200, 50}, {{200, 50}, {60, 50}}, dragged(60, 100, 1)},
+        {"band to the left", {150, 50}, {{130, 60}}, dragged(80, 180, 2)},
+        {"band to the right", {150, 50}, {{170, 50}}, dragged(120, 220, 3)},
+        {"band nowhere", {150, 50}, {{150, 60}}, dragged(100, 200, 3)},
+        {"close button", {190, 200}, {}, closed},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        show(10, 20);
+        const NotificationSpy spy(QZRangeStatisticsTimeChangedNotification);
+        band->setDragStartPoint(row.down);
+        band->mouseDown(row.down);
+        for (const QZPoint point : row.drag)
+            band->mouseDragged(point);
+        band->mouseUp({});
+        ASSERT_EQ(spy.posts.size(), std::max<std::size_t>(1, row.drag.size()));
+        EXPECT_EQ(spy.posts.back().userInfo, row.report);
+        EXPECT_EQ(spy.posts.back().object, band.get());
+    }
+}
