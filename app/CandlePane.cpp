@@ -13,6 +13,7 @@ constexpr double padding = 0.07;
 CandlePane::CandlePane(const ChartViewport& viewport, QWidget* parent)
     : ChartPane(viewport, parent), lastPrice_(new QCPItemText(plot()))
 {
+    setObjectName(QStringLiteral("candles"));
     setBarPlot(new CandlePlot(timeAxis(), valueAxis()));
     lastPrice_->setClipToAxisRect(false);
     lastPrice_->setLayer(QStringLiteral("overlay"));

@@ -18,7 +18,8 @@ class QCPAxisTickerText;
 class QCustomPlot;
 
 /// One pane of the chart: bars over a time axis that all panes share, with a value axis of its own on the right. It
-/// answers the drawing tools' questions from its scale; what a value means (price or volume) is the derived pane's.
+/// answers the drawing tools' questions from its scale; what a value means (price or volume) is the derived pane's. Its
+/// object name tells its stored figures from those of the other panes.
 ///
 /// Dates and times are those of the bars (yyyymmdd, hhmmss). Every bar index has one, so a figure's point may lie in
 /// the past and in the future as well as on a loaded bar.

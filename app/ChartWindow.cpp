@@ -1,6 +1,7 @@
 #include "app/ChartWindow.h"
 
 #include "app/AxisTicks.h"
+#include "app/ChartCycle.h"
 #include "app/ChartSplitView.h"
 #include "panels/QZPaintControl.h"
 #include "platform/QZFont.h"
@@ -8,6 +9,7 @@
 #include "surface/QZPaintLayer.h"
 
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -16,7 +18,7 @@
 #include <QToolBar>
 #include <QWindow>
 
-#include <mutex>
+#include <memory>
 
 ChartWindow::ChartWindow(QWidget* parent)
     : QMainWindow(parent),
@@ -47,8 +49,9 @@ ChartWindow::ChartWindow(QWidget* parent)
 void ChartWindow::addMenu()
 {
     QMenu* file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&New window"), QKeySequence::New, this, &ChartWindow::openWindow);
-    file->addAction(tr("&Open…"), QKeySequence::Open, this, &ChartWindow::openFile);
+    file->addAction(tr("&Open…"), QKeySequence::Open, this, [this] { openFile(*this); });
+    file->addAction(tr("Open in &new window…"), QKeySequence::New, this, &ChartWindow::openWindow);
+    file->addAction(tr("Change login &user…"), this, &ChartWindow::changeUser);
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
 }
@@ -68,10 +71,11 @@ void ChartWindow::addTools()
 
 void ChartWindow::openWindow()
 {
-    auto* window = new ChartWindow;
+    auto window = std::make_unique<ChartWindow>();
+    if (!openFile(*window))
+        return;
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->showSeries(data_, summary_->text());
-    window->show();
+    window.release()->show();
 }
 
 void ChartWindow::switchTheme()
@@ -81,41 +85,69 @@ void ChartWindow::switchTheme()
     environment.setTheme(isDark ? QStringLiteral("light") : QStringLiteral("dark"));
 }
 
-void ChartWindow::openFile()
+bool ChartWindow::openFile(ChartWindow& target)
 {
     const QString path =
         QFileDialog::getOpenFileName(this, tr("Open bars"), QString(), tr("Bars (*.csv *.tsv *.txt);;All files (*)"));
     if (path.isEmpty())
-        return;
+        return false;
     const BarReadResult result = readBars(path);
     if (!result.isOk()) {
         QMessageBox::warning(this, tr("Open bars"), result.error);
-        return;
+        return false;
     }
-    showBars(result);
+    target.showBars(result);
+    return true;
 }
 
 void ChartWindow::showBars(const BarReadResult& result)
 {
-    if (result.series.name() != data_->series.name()) {
-        for (ChartPane* pane : chart_->panes()) {
-            pane->paintLayer()->cancelCurrentGraph();
-            const std::lock_guard lock(pane->paintLayer()->graphs());
-            pane->paintLayer()->graphs().removeAll();
-        }
-        QZPaintControl::sharedManager().resetAllButtons(false);
-    }
-    showSeries(std::make_shared<const ChartData>(result.series), result.summary());
-}
-
-void ChartWindow::showSeries(std::shared_ptr<const ChartData> shown, const QString& summary)
-{
-    data_ = std::move(shown);
+    // The same stock and period again, perhaps with more bars: the figures stay where they are.
+    const bool isSameGroup =
+        result.series.name() == data_->series.name() && cycleOf(result.series) == cycleOf(data_->series);
+    if (!isSameGroup)
+        saveFigures();
+    data_ = std::make_shared<const ChartData>(result.series);
     chart_->setChartData(data_);
-    summary_->setText(summary);
+    if (!isSameGroup)
+        loadFigures();
+    summary_->setText(result.summary());
     setWindowTitle(tr("%1 - qzchart").arg(data_->series.name()));
     describeBar(std::nullopt);
     followPane();
+}
+
+void ChartWindow::saveFigures()
+{
+    if (data_->series.isEmpty())
+        return;
+    for (ChartPane* pane : chart_->panes()) {
+        pane->paintLayer()->cancelCurrentGraph();
+        pane->saveDB(data_->series.name(), cycleOf(data_->series), pane->objectName());
+    }
+    QZPaintControl::sharedManager().resetAllButtons(false);
+}
+
+void ChartWindow::loadFigures()
+{
+    for (ChartPane* pane : chart_->panes())
+        pane->loadDB(data_->series.name(), cycleOf(data_->series), pane->objectName());
+}
+
+void ChartWindow::changeUser()
+{
+    QZGlobalEnv& environment = QZGlobalEnv::getShareInstance();
+    bool isAccepted = false;
+    const QString user = QInputDialog::getText(this, tr("Login user"), tr("Whose figures to show:"), QLineEdit::Normal,
+                                               environment.loginUser(), &isAccepted);
+    if (isAccepted)
+        environment.setLoginUser(user.trimmed());
+}
+
+void ChartWindow::closeEvent(QCloseEvent* event)
+{
+    saveFigures();
+    QMainWindow::closeEvent(event);
 }
 
 void ChartWindow::followPane()

@@ -22,19 +22,24 @@ public:
 
     [[nodiscard]] ChartSplitView& chart() { return *chart_; }
 
-    /// Shows what was read, which must be usable. Figures stay while the series keeps its name and go with it.
+    /// Shows what was read, which must be usable. The figures of what was shown are saved and those of what comes are
+    /// loaded; the same stock and period keeps its figures.
     void showBars(const BarReadResult& result);
 
 protected:
     void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void addMenu();
     void addTools();
     void openWindow();
-    void openFile();
-    void showSeries(std::shared_ptr<const ChartData> shown, const QString& summary);
+    /// Shows the file that the user picks in `target`; false when there is nothing to show.
+    bool openFile(ChartWindow& target);
+    void saveFigures();
+    void loadFigures();
+    void changeUser();
     static void switchTheme();
     /// The palette offers what the active pane takes.
     void followPane();

@@ -179,13 +179,13 @@ void DemoGestures::composePicture()
     user_.key(Qt::Key_End);
     user_.key(Qt::Key_P);
     expect(QZPaintControl::sharedManager().window().isVisible(), "opening the palette");
-    const Place resistance = swing(0.2, true);
     const Place support = swing(0.35, false);
     const Place top = swing(0.5, true);
+    const Place pullback = swing(0.48, false);
     draw(straightLine, {support, swing(0.75, false)});
     draw(ray, {swing(0.62, true), swing(0.85, true)});
-    draw(arrow, {beside(resistance, 7, 22), beside(resistance, 0, 2)});
-    draw(horizontalLine, {resistance});
+    draw(arrow, {beside(pullback, 9, -22), beside(pullback, 1, -2)});
+    draw(horizontalLine, {swing(0.45, true)});
     draw(priceLine, {swing(0.1, false)});
     draw(segment, {support, top});
     expectCount(6, "drawing all six tools");

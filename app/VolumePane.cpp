@@ -10,6 +10,7 @@ constexpr double spaceAbove = 1.12;
 
 VolumePane::VolumePane(const ChartViewport& viewport, QWidget* parent) : ChartPane(viewport, parent)
 {
+    setObjectName(QStringLiteral("volume"));
     setBarPlot(new VolumePlot(timeAxis(), valueAxis()));
 }
 

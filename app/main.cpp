@@ -2,6 +2,7 @@
 #include "app/ChartWindow.h"
 #include "app/DemoGestures.h"
 #include "app/SampleBars.h"
+#include "platform/QZFrameComFun.h"
 #include "platform/QZGlobalEnv.h"
 
 #include <QApplication>
@@ -9,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 
 #include <cstdio>
 #include <cstring>
@@ -49,6 +51,10 @@ int generateSamples(const QString& folder)
 
 int showChart(const BarReadResult& bars, const QString& picturePath)
 {
+    // A demonstration draws on a sheet of its own, never on the user's figures.
+    const QTemporaryDir demoFolder;
+    if (!picturePath.isNull())
+        QZFrameComFun::setRootFolder(demoFolder.path());
     ChartWindow window;
     window.showBars(bars);
     window.show();

@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <array>
 #include <benchmark/benchmark.h>
 #include <charconv>
 #include <cstdio>

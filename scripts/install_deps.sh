@@ -18,7 +18,7 @@ run_packages=(
 test_packages=(
     libgtest-dev libbenchmark-dev
     clang clang-14 clang-format-14 clang-tidy-14
-    python3 xvfb xauth xdotool imagemagick
+    python3 xvfb xauth openbox xdotool imagemagick
 )
 # A Wayland session without X needs Qt's plugin for it; most sessions serve X as well.
 if [[ -n ${WAYLAND_DISPLAY:-} && -z ${DISPLAY:-} ]]; then

@@ -4,10 +4,31 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMoveEvent>
+#include <QPainter>
 #include <QWindow>
+
+namespace {
+
+/// The edge of a panel that has no frame of its own: a white one would melt into a white chart.
+class Outline final : public QWidget {
+public:
+    explicit Outline(QWidget& panel) : QWidget(&panel) { setAttribute(Qt::WA_TransparentForMouseEvents); }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        QPainter painter(this);
+        painter.setPen(QColor(128, 128, 128, 150));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+};
+
+} // namespace
 
 QZPanelWindow::QZPanelWindow(Qt::WindowFlags flags) : QWidget(nullptr, Qt::Tool | flags)
 {
+    if ((flags & Qt::FramelessWindowHint) != 0)
+        outline_ = new Outline(*this);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_QuitOnClose, false);
 }
@@ -54,6 +75,15 @@ void QZPanelWindow::closeEvent(QCloseEvent* event)
 {
     Q_EMIT willClose();
     QWidget::closeEvent(event);
+}
+
+void QZPanelWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    if (outline_ == nullptr)
+        return;
+    outline_->setGeometry(rect());
+    outline_->raise();
 }
 
 void QZPanelWindow::keyPressEvent(QKeyEvent* event)

@@ -29,11 +29,13 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     /// What no control of the panel takes goes to the chart: Escape and Delete work wherever the keyboard is.
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void attachTo(QWidget* window);
 
     QPointer<QWidget> chartWindow_;
+    QWidget* outline_ = nullptr; // a child, above the others
     bool showsWithChart_ = false; // hidden only as long as the chart window is
 };

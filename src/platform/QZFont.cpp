@@ -12,12 +12,13 @@ constexpr double minPixelSize = 1;
 constexpr double maxPixelSize = 2000;
 
 /// The Linux faces first, then what other desktops have.
-QStringList fontFamilies()
+const QStringList& fontFamilies()
 {
-    return {QStringLiteral("DejaVu Sans"),      QStringLiteral("WenQuanYi Micro Hei"),
-            QStringLiteral("Noto Sans CJK SC"), QStringLiteral("Noto Sans"),
-            QStringLiteral("Microsoft YaHei"),  QStringLiteral("PingFang SC"),
-            QStringLiteral("Segoe UI Symbol"),  QStringLiteral("Apple Symbols")};
+    static const QStringList families{QStringLiteral("DejaVu Sans"),      QStringLiteral("WenQuanYi Micro Hei"),
+                                      QStringLiteral("Noto Sans CJK SC"), QStringLiteral("Noto Sans"),
+                                      QStringLiteral("Microsoft YaHei"),  QStringLiteral("PingFang SC"),
+                                      QStringLiteral("Segoe UI Symbol"),  QStringLiteral("Apple Symbols")};
+    return families;
 }
 
 } // namespace

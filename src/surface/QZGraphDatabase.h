@@ -21,8 +21,8 @@ class Statement;
 class QZGraphResultSet {
 public:
     QZGraphResultSet(QZGraphResultSet&&) noexcept = default;
-    QZGraphResultSet& operator=(QZGraphResultSet&&) noexcept = default;
     QZGraphResultSet(const QZGraphResultSet&) = delete;
+    // Taking another's place would let go of the connection before the statement on it.
     QZGraphResultSet& operator=(const QZGraphResultSet&) = delete;
     ~QZGraphResultSet() = default;
 

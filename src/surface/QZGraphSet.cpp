@@ -21,6 +21,12 @@ void QZGraphSet::add(std::shared_ptr<QZPaintGraph> graph)
         writable().push_back(std::move(graph));
 }
 
+void QZGraphSet::addAll(const Members& graphs)
+{
+    Members& members = writable();
+    members.insert(members.end(), graphs.begin(), graphs.end());
+}
+
 void QZGraphSet::remove(const QZPaintGraph* graph)
 {
     if (contains(graph))

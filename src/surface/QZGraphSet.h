@@ -25,6 +25,8 @@ public:
     [[nodiscard]] bool contains(const QZPaintGraph* graph) const;
 
     void add(std::shared_ptr<QZPaintGraph> graph);
+    /// Adds new figures, none of which is in the set, in their order.
+    void addAll(const Members& graphs);
     /// Does nothing for a figure that is not in the set.
     void remove(const QZPaintGraph* graph);
     void removeAll();

@@ -199,8 +199,7 @@ void QZPaintManagerView::loadGroup(QZGraphDatabase& database)
         writeBusCommonLog(QStringLiteral("Read line paint DB exception : ") + rows->failure());
     {
         const std::lock_guard lock(layer.graphs());
-        for (const auto& graph : read)
-            layer.graphs().add(graph);
+        layer.graphs().addAll(read);
     }
     takeOverArmedTool(splitView(), layer);
     if (layer.graphs().count() > 0 || layer.currentGraph())

@@ -39,7 +39,8 @@ class ChartTest : public ::testing::Test {
 protected:
     ChartTest()
     {
-        window.showBars(market(300));
+        // A stock of its own, as its figures are kept.
+        window.showBars(market(300, ::testing::UnitTest::GetInstance()->current_test_info()->name()));
         window.resize(1000, 700);
         window.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -224,7 +225,7 @@ TEST_F(ChartTest, KeepsAFigureOnItsCandlesWhateverTheChartDoes)
     expectInPlace("zooming out");
     window.resize(800, 600);
     expectInPlace("a smaller window");
-    BarReadResult shorter = market(300);
+    BarReadResult shorter = market(300, window.windowTitle().section(u' ', 0, 0).toLatin1());
     const std::vector<Bar>& all = shorter.series.bars();
     shorter.series = BarSeries(shorter.series.name(), std::vector<Bar>(all.begin() + 260, all.end() - 10));
     window.showBars(shorter);

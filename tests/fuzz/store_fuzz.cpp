@@ -204,8 +204,9 @@ int main(int argc, char** argv)
     view.types = ~std::int64_t{0};
     view.resize(200, 150);
     view.setValidateRect(view.layerFrame());
-    view.testChart.fromAxis.answerWith(
-        [](const QZPaintLogicAxis& axis) { return QZPoint{(axis.date - 20240000.0) * 10.0, axis.price}; });
+    view.testChart.fromAxis.answerWith([](const QZPaintLogicAxis& axis) {
+        return QZPoint{(axis.date - 20240000.0) * 10.0, axis.price};
+    });
     for (int i = 0; i < iterations; ++i) {
         Mutator mutator(seed + static_cast<unsigned>(i));
         if (!runRound(mutator, view)) {

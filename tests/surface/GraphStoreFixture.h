@@ -47,15 +47,15 @@ protected:
         return database;
     }
     static bool run(const std::string& statement) { return otherConnection()->executeUpdate(statement); }
-    /// Whatever is stored in one column, in the order of rows.
-    static QStringList stored(const std::string& column, const std::string& where = "1")
+    /// Whatever is stored in one column, in the order of rows, with commas.
+    static std::string stored(const std::string& column, const std::string& where = "1")
     {
         const auto database = otherConnection();
         auto rows = database->executeQuery("SELECT " + column + " FROM GraphTable WHERE " + where);
         QStringList values;
         while (rows && rows->next())
             values.append(rows->stringForColumn(column));
-        return values;
+        return values.join(u',').toStdString();
     }
 
     /// A finished figure; its width tells it from others.
@@ -67,7 +67,7 @@ protected:
         graph->setEditing(false);
         graph->setLineWidth(width);
         std::vector<QZPaintLogicAxis> axises;
-        for (int i = 0; i < graph->maxPointCount(); ++i)
+        for (int i = 0; i < static_cast<int>(graph->points().size()); ++i)
             axises.push_back({TestChart::firstDate + 5 + 3 * i, 93000 + i, 50.25 + 20.5 * i});
         graph->setLogicAxises(axises);
         return graph;

@@ -1,5 +1,8 @@
 #include "GraphStoreFixture.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <csignal>
 #include <functional>
 #include <sys/wait.h>
@@ -10,18 +13,10 @@ namespace {
 const QString stock = QStringLiteral("600000");
 const QString pane = QStringLiteral("main");
 
-QStringList texts(std::initializer_list<int> numbers)
-{
-    QStringList list;
-    for (const int number : numbers)
-        list.append(QString::number(number));
-    return list;
-}
-
-bool writeFile(const QString& path, const QByteArray& bytes)
+bool writeFile(const QString& path, const QByteArray& bytes, qint64 at = 0)
 {
     QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    return file.open(QIODevice::ReadWrite) && file.seek(at) && file.write(bytes) == bytes.size();
 }
 
 /// Takes its process down in the middle of a save, when it is asked for its line type.
@@ -60,82 +55,40 @@ TEST_F(GraphStore, Faults)
 {
     using Break = std::function<void()>;
     std::shared_ptr<QZGraphDatabase> other;
-    const auto shared = [](const char* statement) { QZPaintManagerView::graphDatabase()->executeUpdate(statement); };
-    const auto makeTable = [](const char* definition) { run("DROP TABLE GraphTable"), run(definition); };
+    const auto shared = [](const char* sql) {
+        return [=] { QZPaintManagerView::graphDatabase()->executeUpdate(sql); };
+    };
+    const auto lock = [&](const char* sql) { return [&, sql] { (other = otherConnection())->executeUpdate(sql); }; };
+    const auto remake = [](const char* sql) { return [=] { run("DROP TABLE GraphTable"), run(sql); }; };
+    const auto put = [](const QByteArray& bytes, int at) { return [=] { writeFile(file(), bytes, at); }; };
+    const Break none = [] {};
+    const char* const empty = "Empty result set for stockCode 600000";
     struct Row {
         const char* name;
-        Break beforeLoad;
-        Break beforeSave;
-        const char* loadLog; // how the one line in the log starts; null for none
-        const char* saveLog;
-        QStringList left; // widths that the file then holds
-        bool savesLater;  // the pane can be saved once the fault is gone
+        Break beforeLoad, beforeSave;
+        const char *loadLog, *saveLog, *left; // what the log says, and the widths that the file then holds
+        bool savesLater;                      // the pane can be saved once the fault is gone
     };
-    const Break none = [] {};
-    const auto lines = [](const char* line) {
-        return line == nullptr ? QStringList() : QStringList(QLatin1String(line));
-    };
-    const char* const empty = "Empty result set for stockCode 600000";
     const std::vector<Row> rows{
-        {"nothing is wrong", none, none, nullptr, nullptr, texts({1, 2, 3}), false},
-        {"not a database",
-         [] { writeFile(file(), QByteArray(5000, 'x')); },
-         none,
-         empty,
-         "file is not a database",
-         {},
-         true},
-        {"file cut off",
-         [] { QFile::resize(file(), 4096); },
-         none,
-         empty,
-         "database disk image is malformed",
-         {},
-         true},
-        {"a page overwritten",
-         [] {
-             QFile broken(file());
-             if (broken.open(QIODevice::ReadWrite) && broken.seek(4096))
-                 broken.write(QByteArray(4096, '\xff'));
-         },
-         none,
+        {"nothing is wrong", none, none, "", "", "1,2,3", false},
+        {"not a database", put(QByteArray(5000, 'x'), 0), none, empty, "file is not a database", "", true},
+        {"a page overwritten", put(QByteArray(4096, '\xff'), 4096), none,
          "Read line paint DB exception : database disk image is malformed",
-         "Write line paint DB error : database disk image is malformed",
-         {},
-         true},
-        {"emptied file", [] { QFile::resize(file(), 0); }, none, empty, nullptr, texts({2, 3}), false},
-        {"locked by someone who reads and writes", none,
-         [&] { (other = otherConnection())->executeUpdate("BEGIN EXCLUSIVE"); }, nullptr, "database is locked",
-         texts({1}), true},
-        {"someone else is saving", none, [&] { (other = otherConnection())->executeUpdate("BEGIN IMMEDIATE"); },
-         nullptr, "Write line paint DB error : database is locked", texts({1}), true},
-        {"file may only be read", none, [&] { shared("PRAGMA query_only=1"); }, nullptr,
-         "Write line paint DB error : attempt to write a readonly database", texts({1}), true},
-        {"disk full", none, [&] { shared("PRAGMA max_page_count=3"); }, nullptr,
-         "Write line paint DB error : database or disk is full", texts({1}), true},
+         "Write line paint DB error : database disk image is malformed", "", true},
+        {"emptied file", [] { QFile::resize(file(), 0); }, none, empty, "", "2,3", false},
+        {"locked for reading", none, lock("BEGIN EXCLUSIVE"), "", "database is locked", "1", true},
+        {"someone else is saving", none, lock("BEGIN IMMEDIATE"), "", "Write line paint DB error : database is locked",
+         "1", true},
+        {"disk full", none, shared("PRAGMA max_page_count=3"), "",
+         "Write line paint DB error : database or disk is full", "1", true},
         {"second insert refused", none,
-         [] {
-             run("CREATE TRIGGER refuse BEFORE INSERT ON GraphTable WHEN new.lineWidth=2 BEGIN SELECT RAISE(ABORT, "
-                 "'no'); END");
-         },
-         nullptr, "Write line paint DB error : no", texts({1}), false},
-        {"other columns",
-         [&] { makeTable("CREATE TABLE GraphTable(graphIndex, lineWidth)"); },
-         none,
-         nullptr,
-         "Write line paint DB error : table GraphTable has 2 columns but 20 values were supplied",
-         {},
-         false},
-        {"no group column",
-         [&] { makeTable("CREATE TABLE GraphTable(lineWidth)"); },
-         none,
-         empty,
-         "Write line paint DB error : table GraphTable has 1 columns but 20 values were supplied",
-         {},
-         false},
-        {"a view in the table's place",
-         [&] { makeTable("CREATE VIEW GraphTable AS SELECT 9 AS lineWidth, 1 AS graphIndex"); }, none, nullptr,
-         "view GraphTable already exists", texts({9}), true},
+         shared("CREATE TRIGGER refuse BEFORE INSERT ON GraphTable WHEN new.lineWidth=2 BEGIN SELECT RAISE(ABORT, "
+                "'no'); END"),
+         "", "Write line paint DB error : no", "1", false},
+        {"no group column", remake("CREATE TABLE GraphTable(lineWidth)"), none, empty,
+         "Write line paint DB error : table GraphTable has 1 columns but 20 values were supplied", "", false},
+        {"a view in the table's place", remake("CREATE VIEW GraphTable AS SELECT 9 AS lineWidth, 1 AS graphIndex"),
+         none, "", "view GraphTable already exists", "9", true},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -149,7 +102,7 @@ TEST_F(GraphStore, Faults)
         log_.lines.clear();
         row.beforeLoad();
         view.loadDB(stock, day, pane);
-        EXPECT_EQ(log_.lines, lines(row.loadLog)) << qPrintable(log_.lines.join(u'\n'));
+        EXPECT_EQ(log_.lines.join(u'\n').toStdString(), row.loadLog);
 
         log_.lines.clear();
         row.beforeSave();
@@ -157,14 +110,14 @@ TEST_F(GraphStore, Faults)
         graphs(view).back()->setText(QString(20'000, u'x'));
         add(view, figure(view, QZSTRay, 3));
         view.saveDB(stock, day, pane);
-        EXPECT_EQ(log_.lines, lines(row.saveLog)) << qPrintable(log_.lines.join(u'\n'));
+        EXPECT_EQ(log_.lines.join(u'\n').toStdString(), row.saveLog);
         other.reset();
         QZPaintManagerView::graphDatabase()->close();
         EXPECT_EQ(stored("lineWidth"), row.left);
 
         QFile::remove(file());
         view.saveDB(stock, day, pane);
-        EXPECT_EQ(stored("lineWidth").isEmpty(), !row.savesLater);
+        EXPECT_EQ(stored("lineWidth").empty(), !row.savesLater);
     }
 }
 
@@ -176,7 +129,6 @@ TEST_F(GraphStore, NoPlaceForTheFile)
         QDir(folder).removeRecursively();
         ASSERT_TRUE(fileForFolder ? writeFile(folder, "x")
                                   : QFile::remove(folder) && QDir().mkpath(folder + u"/LinePaint.db"_qs));
-        log_.lines.clear();
         EXPECT_FALSE(QZPaintManagerView::openDBFile()->goodConnection());
         EXPECT_EQ(log_.lines.last(), u"Open Line paint DB file failed!"_qs);
         QZPaintManagerView::graphDatabase()->close();
@@ -203,7 +155,7 @@ TEST_F(GraphStore, KilledInTheMiddleOfASave)
     view.loadDB(stock, day, pane);
     ASSERT_EQ(graphs(view).size(), 2U) << "the group as it was before";
     view.saveDB(stock, day, pane);
-    EXPECT_EQ(stored("lineWidth"), texts({1, 2}));
+    EXPECT_EQ(stored("lineWidth"), "1,2");
 }
 
 TEST_F(GraphStore, TwoProcessesSaveAtOnce)
@@ -225,12 +177,11 @@ TEST_F(GraphStore, TwoProcessesSaveAtOnce)
             untilItWorks([&] { view.saveDB(name, day, pane); });
         }
     };
-    const int first = inAnotherProcess([&] { fill(QStringLiteral("first")); });
-    const int second = inAnotherProcess([&] { fill(QStringLiteral("second")); });
-    EXPECT_EQ(statusOf(first), 0);
-    EXPECT_EQ(statusOf(second), 0);
-    EXPECT_EQ(stored("lineWidth", "graphIndex LIKE 'first%'").size(), rounds);
-    EXPECT_EQ(stored("lineWidth", "graphIndex LIKE 'second%'").size(), rounds);
+    for (const int child : {inAnotherProcess([&] { fill(QStringLiteral("first")); }),
+                            inAnotherProcess([&] { fill(QStringLiteral("second")); })})
+        EXPECT_EQ(statusOf(child), 0);
+    for (const char* name : {"first", "second"})
+        EXPECT_EQ(stored("count(*)", "graphIndex LIKE '" + std::string(name) + "%'"), std::to_string(rounds));
 }
 
 TEST_F(GraphStore, RowsThatNoOneWrote)
@@ -240,13 +191,11 @@ TEST_F(GraphStore, RowsThatNoOneWrote)
     store(view, stock, {});
     const std::string start = "INSERT INTO GraphTable VALUES ('','','','600000_main_QZPCCandlestickCycleDay',";
     struct Row {
-        const char* name;
-        const char* values; // from points on
-        std::size_t loaded;
-        std::size_t points;
-        std::uint64_t width;
+        const char *name = nullptr, *values = nullptr; // from points on
+        std::size_t loaded = 0, points = 0;
+        std::uint64_t width = 0;
         QColor stroke;
-        int fontSize;
+        int fontSize = 0;
     };
     const QColor black(0, 0, 0, 0);
     for (const Row& row :
@@ -254,9 +203,6 @@ TEST_F(GraphStore, RowsThatNoOneWrote)
               black, 11},
           Row{"unknown type", "'1,2,3;',9223372036854775807,0,1,0,0,0,0,0,0,0,0,0,'',0,''", 1, 1, 1, black, 11},
           Row{"type outside the pane's", "'1,2,3;',4398046511104,0,1,0,0,0,0,0,0,0,0,0,'',0,''", 0, 0, 0, {}, 0},
-          Row{"type is a word", "'1,2,3;','ray',0,1,0,0,0,0,0,0,0,0,0,'',0,''", 0, 0, 0, {}, 0},
-          Row{"too many points", "'1,2,3;1,2,3;1,2,3;1,2,3;',2,0,1,0,0,0,0,0,0,0,0,0,'',0,''", 1, 2, 1, black, 11},
-          Row{"too few points", "'20240003,2,3;',2,0,1,0,0,0,0,0,0,0,0,0,'',0,''", 1, 1, 1, black, 11},
           Row{"no numbers", "'20240003,0,inf;20240004,0,nan;',2,'a','b','c','d','e','f','g',0,0,0,0,'','h',0", 1, 2, 0,
               black, 11},
           Row{"leading numbers", "x'312c322c333b',2,'1x','3 px',0,'0.5.5',0,'1e0',1,0,0,0,0,'DejaVu Sans','20px',0", 1,

@@ -6,21 +6,6 @@
 
 #include <gtest/gtest.h>
 
-TEST(ManagerView, ABareOneAnswersNeutrally)
-{
-    const QZPaintManagerView view;
-    EXPECT_EQ(view.enableTypes(), 0x3ffffffffff);
-    EXPECT_EQ(view.convertFromPoint({30, 40}).value().price, 0.0);
-    EXPECT_EQ(view.convertToPrecisionPoint({30, 40}), QZPoint{});
-    EXPECT_EQ(view.getXPointWithLocation(33.0F, 2), missingCoordinate);
-    QZBoxLineCalcData box;
-    EXPECT_FALSE(view.calcBoxLineData(box));
-    const QZPaintRetangleModel range = view.infomationForRetangle({}, {}, 3).value();
-    EXPECT_EQ(range.count, 0);
-    EXPECT_EQ(range.varyPrice, QStringLiteral("0.0"));
-    EXPECT_EQ(range.identify, QStringLiteral("Unknow"));
-}
-
 TEST(ManagerView, RedrawsOnAThemeUntilItIsTakenOut)
 {
     TestPane pane({.panes = 2});

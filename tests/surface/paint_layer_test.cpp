@@ -158,47 +158,27 @@ TEST(PaintLayer, RedrawsOnlyWhenSomethingChanged)
     const auto paint = [&pane] { pane.layer().contents(pane.view().size(), 1.0); };
     Gesture mouse(pane);
     mouse.move({10, 10});
+    const auto over = [&mouse](double x, double y) { return [&mouse, x, y] { mouse.move({x, y}); }; };
+    const auto valid = [&pane](double width) {
+        return [&pane, width] { pane.view().setValidateRect({0, 0, width, 300}); };
+    };
     struct Row {
         const char* name;
         std::function<void()> action;
         bool redraws;
     };
+    const QZPoint middle{150, 125}, aside{160, 125};
     const std::vector<Row> rows{
-        {"over nothing",
-         [&] {
-             mouse.move({300, 50});
-         },
-         false},
-        {"over the figure",
-         [&] {
-             mouse.move({150, 125});
-         },
-         false},
-        {"over a handle",
-         [&] {
-             mouse.move({200, 150});
-         },
-         false},
+        {"over nothing", over(300, 50), false},
+        {"over the figure", over(150, 125), false},
+        {"over a handle", over(200, 150), false},
         {"still inside", [&] { pane.layer().setMouseInside(true); }, false},
         {"no longer inside", [&] { pane.layer().setMouseInside(false); }, true},
-        {"drag",
-         [&] {
-             mouse.drag({150, 125}, {160, 125});
-         },
-         true},
-        {"same valid area", [&] { pane.view().setValidateRect(pane.view().validateRect()); }, false},
-        {"another valid area",
-         [&] {
-             pane.view().setValidateRect({0, 0, 300, 300});
-         },
-         true},
-        {"figure in creation follows the mouse",
-         [&] {
-             pane.arm(QZSTRay);
-             paint();
-             mouse.move({50, 60});
-         },
-         true},
+        {"drag", [&] { mouse.drag(middle, aside); }, true},
+        {"same valid area", valid(400), false},
+        {"another valid area", valid(300), true},
+        {"a tool is armed", [&] { pane.arm(QZSTRay); }, true},
+        {"its first point follows the mouse", over(50, 60), true},
     };
     for (const Row& row : rows) {
         paint();

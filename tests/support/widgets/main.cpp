@@ -1,4 +1,7 @@
+#include "platform/QZFrameComFun.h"
+
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -8,6 +11,9 @@ int main(int argc, char** argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
+    // Every pane opens the figures' file of its user: not the real one's.
+    const QTemporaryDir folder;
+    QZFrameComFun::setRootFolder(folder.path());
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,237 @@
+#!/usr/bin/env python3
+"""Plays a user of qzchart with synthetic mouse and keys on the current X display and looks at the screen after each step:
+
+    drive_panels.py QZCHART FOLDER
+
+Figures are told from candles by their colour. Exits with 1 and says which step failed.
+"""
+
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+LINE_COLOUR = "#FE6400"
+# Middles of the palette's buttons (px in its window): six columns, then the row of functions.
+COLUMN, FIRST_COLUMN, LINES_ROW, FUNCTIONS_ROW = 28, 20, 31, 345
+SEGMENT, RAY, HORIZON = 0, 1, 4
+MAGNET, EYE, DELETE_ALL = 0, 1, 2
+
+
+def run(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout.strip()
+
+
+def shell_values(*command):
+    return dict(line.split("=") for line in run("xdotool", *command).splitlines())
+
+
+def wait_for(what, condition, seconds=30.0):
+    end = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError(what)
+        time.sleep(0.1)
+
+
+class Window:
+    """A window of the program, found by a regular expression of its title."""
+
+    def __init__(self, title):
+        self.id = wait_for(f"a window titled {title}", lambda: self.find(title))
+
+    @staticmethod
+    def find(title):
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title], capture_output=True, text=True)
+        return found.stdout.split()[-1] if found.stdout.split() else None
+
+    def size(self):
+        values = shell_values("getwindowgeometry", "--shell", self.id)
+        return int(values["WIDTH"]), int(values["HEIGHT"])
+
+    def at(self, x, y):
+        """A point of the window on the screen. The geometry above counts the window manager's frame twice."""
+        run("xdotool", "mousemove", "--window", self.id, str(x), str(y))
+        values = shell_values("getmouselocation", "--shell")
+        return int(values["X"]), int(values["Y"])
+
+
+class User:
+    def __init__(self, folder):
+        self.folder = folder
+        self.step = 0
+
+    @staticmethod
+    def move(position):
+        run("xdotool", "mousemove", *map(str, position))
+        time.sleep(0.1)
+
+    def click(self, position):
+        self.move(position)
+        run("xdotool", "click", "1")
+        time.sleep(0.3)
+
+    def drag(self, start, end):
+        self.move(start)
+        run("xdotool", "mousedown", "1")
+        for part in (0.1, 0.5, 1.0):
+            self.move(tuple(round(a + (b - a) * part) for a, b in zip(start, end)))
+        run("xdotool", "mouseup", "1")
+        time.sleep(0.3)
+
+    @staticmethod
+    def key(name):
+        run("xdotool", "key", name)
+        time.sleep(0.3)
+
+    def look(self, name):
+        """Saves the screen and returns its path."""
+        self.step += 1
+        path = os.path.join(self.folder, f"{self.step:02}-{name}.png")
+        run("import", "-window", "root", path)
+        return path
+
+
+def line_pixels(picture, area):
+    """Pixels of the figures' colour in `area` (x, y, width, height of the screen)."""
+    x, y, width, height = area
+    text = run("convert", picture, "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-fuzz", "15%", "-fill", "black",
+               "+opaque", LINE_COLOUR, "-fill", "white", "-opaque", LINE_COLOUR, "-format", "%[fx:round(mean*w*h)]",
+               "info:")
+    return int(float(text))
+
+
+def expect(condition, what):
+    if not condition:
+        raise AssertionError(what)
+
+
+class Session:
+    def __init__(self, user):
+        self.user = user
+        self.chart = Window("qzchart")
+        self.width, self.height = self.chart.size()
+        user.click(self.chart.at(700, 20))
+        user.key("p")
+        self.palette = Window("Drawing tools")
+
+    def area(self, top, bottom):
+        """A band of the chart right of the palette, as screen coordinates."""
+        x, y = self.chart.at(240, round(self.height * top))
+        return x, y, self.width - 320, round(self.height * (bottom - top))
+
+    def candles(self, name):
+        return line_pixels(self.user.look(name), self.area(0.12, 0.70))
+
+    def volumes(self, name):
+        return line_pixels(self.user.look(name), self.area(0.76, 0.92))
+
+    def press_tool(self, column):
+        self.user.click(self.palette.at(FIRST_COLUMN + COLUMN * column, LINES_ROW))
+
+    def press_function(self, column):
+        self.user.click(self.palette.at(FIRST_COLUMN + COLUMN * column, FUNCTIONS_ROW))
+
+    def point(self, x, y):
+        return self.chart.at(round(self.width * x), round(self.height * y))
+
+    def draw(self):
+        empty = self.candles("palette")
+        self.press_tool(SEGMENT)
+        # The click into the palette gave the keyboard back to the chart: Escape reaches it.
+        self.user.key("Escape")
+        self.user.click(self.point(0.4, 0.3))
+        self.user.click(self.point(0.6, 0.5))
+        expect(self.candles("cancelled") == empty, "Escape after a click into the palette cancels the tool")
+
+        self.press_tool(SEGMENT)
+        self.user.click(self.point(0.4, 0.3))
+        self.user.click(self.point(0.6, 0.5))
+        thin = self.candles("segment")
+        expect(thin > empty + 100, "a segment in the candle pane")
+        return thin
+
+    def restyle(self, thin):
+        # The strip has appeared at the top of the chart: its third control is the line width.
+        strip = Window("^Drawing style$")
+        self.user.click(strip.at(120, 15))
+        self.user.look("width menu")
+        for _ in range(4):
+            self.user.key("Down")
+        self.user.key("Return")
+        thick = self.candles("restyled")
+        expect(thick > 2 * thin, "a wider line from the strip")
+        return thick
+
+    def draw_in_volumes(self):
+        before = self.volumes("before the ray")
+        self.press_tool(RAY)
+        self.user.click(self.point(0.4, 0.88))
+        self.user.click(self.point(0.6, 0.82))
+        expect(self.volumes("ray") > before + 100, "a ray in the volume pane")
+
+    def move_divider(self):
+        before = self.user.look("before the divider")
+        self.user.drag(self.point(0.5, 0.7425), self.point(0.5, 0.60))
+        after = self.user.look("divider")
+        x, y, width, height = self.area(0.62, 0.70)
+        crop = f"{width}x{height}+{x}+{y}"
+        changed = subprocess.run(["compare", "-metric", "AE", "-extract", crop, before, after, "null:"],
+                                 capture_output=True, text=True).stderr
+        expect(float(changed.split()[0]) > 1000, "the divider moves")
+
+    def hide_and_show(self):
+        shown = self.candles("before hiding")
+        self.press_function(EYE)
+        expect(self.candles("hidden") == 0, "the eye hides every figure")
+        self.press_function(EYE)
+        expect(self.candles("shown") > shown / 2, "the eye shows them again")
+
+    def delete_all(self):
+        before = self.candles("before deleting")
+        self.press_function(DELETE_ALL)
+        self.user.look("question")
+        self.user.key("Escape")
+        expect(self.candles("kept") == before, "Escape answers the question with no")
+        self.press_function(DELETE_ALL)
+        self.user.key("Tab")
+        self.user.key("space")
+        expect(self.candles("deleted") == 0, "yes deletes every figure")
+
+
+def main():
+    program, folder = sys.argv[1:3]
+    shutil.rmtree(folder, ignore_errors=True)
+    os.makedirs(folder)
+    with tempfile.TemporaryDirectory() as home:
+        environment = {**os.environ, "XDG_DATA_HOME": home, "HOME": home, "XDG_RUNTIME_DIR": home}
+        manager = subprocess.Popen(["openbox"], env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        chart = subprocess.Popen([program], env=environment)
+        try:
+            session = Session(User(folder))
+            thin = session.draw()
+            session.restyle(thin)
+            session.draw_in_volumes()
+            session.move_divider()
+            session.hide_and_show()
+            session.delete_all()
+            expect(chart.poll() is None, "the program is still there")
+        except AssertionError as failed:
+            run("import", "-window", "root", os.path.join(folder, "failed.png"))
+            print(f"drive_panels: failed: {failed}; pictures in {folder}", file=sys.stderr)
+            return 1
+        finally:
+            chart.terminate()
+            chart.wait()
+            manager.terminate()
+            manager.wait()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
