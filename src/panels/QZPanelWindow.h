@@ -36,6 +36,6 @@ private:
     void attachTo(QWidget* window);
 
     QPointer<QWidget> chartWindow_;
-    QWidget* outline_ = nullptr; // a child, above the others
+    QWidget* outline_ = nullptr;  // a child, above the others
     bool showsWithChart_ = false; // hidden only as long as the chart window is
 };

@@ -72,15 +72,12 @@ TEST_F(PaletteProfiles, WhatCannotBeUsedForbidsNothingAndIsLoggedOnce)
              Row{"misspelt", profile("<key>QZSTGanFan</key><false/>"), all, "QZSTGanFan of P is not a tool"},
              Row{"profile is a text", xml("<dict><key>P</key><string/></dict>"), all, "P is not a dictionary"},
              Row{"root is an array", xml("<array><true/></array>"), all, "root is not a dictionary"},
-             Row{"root is a text", xml("<string>P</string>"), all, "root is not a dictionary"},
              Row{"empty", "", all, "root is not a dictionary"},
              Row{"malformed", xml("<dict><key>P</dict>"), all, "not a well-formed"},
-             Row{"truncated", profile(fanOff).substr(0, 120), all, "not a well-formed"},
              Row{"no text", std::string("\0\xff<dict>\0\xfe", 10), all, "not a well-formed"},
              Row{"binary", "bplist00<dict/>", all, "binary"},
              Row{"too large", profile(fanOff) + std::string(256 * 1024, ' '), all, "larger than 262144 bytes"},
              Row{"very deep", xml(nested(9000)), all, "more than 256"},
-             Row{"very deep, unclosed", xml(nested(9000)).substr(0, 150000), all, "more than 256"},
          }) {
         SCOPED_TRACE(row.name);
         write(row.bytes);

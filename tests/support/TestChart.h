@@ -59,7 +59,8 @@ public:
         return QZPaintLogicAxis{firstDate + barAt(p.x), 0, p.y, p};
     }};
     Hook<QZPoint(const QZPaintLogicAxis&)> fromAxis{[this](const QZPaintLogicAxis& axis) {
-        return axis.date == 0 ? unplaceablePoint : QZPoint{(1.0 * axis.date - firstDate) * barWidth + scroll, axis.price};
+        return axis.date == 0 ? unplaceablePoint
+                              : QZPoint{(1.0 * axis.date - firstDate) * barWidth + scroll, axis.price};
     }};
     Hook<bool(QZPoint)> mayGoLeft{[](QZPoint) { return true; }};
     Hook<bool(QZPoint)> mayGoRight{[](QZPoint) { return true; }};
