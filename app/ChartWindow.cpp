@@ -8,6 +8,7 @@
 #include "platform/QZGlobalEnv.h"
 #include "surface/QZPaintLayer.h"
 
+#include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QKeyEvent>
@@ -96,15 +97,29 @@ bool ChartWindow::openFile(ChartWindow& target)
         QMessageBox::warning(this, tr("Open bars"), result.error);
         return false;
     }
+    // One window per group of figures: the last of two to close would overwrite what the other one saved.
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* each : windows) {
+        auto* other = dynamic_cast<ChartWindow*>(each);
+        if (other == nullptr || other == &target || !other->isVisible() || !other->shows(result.series))
+            continue;
+        other->raise();
+        other->activateWindow();
+        return false;
+    }
     target.showBars(result);
     return true;
+}
+
+bool ChartWindow::shows(const BarSeries& series) const
+{
+    return series.name() == data_->series.name() && cycleOf(series) == cycleOf(data_->series);
 }
 
 void ChartWindow::showBars(const BarReadResult& result)
 {
     // The same stock and period again, perhaps with more bars: the figures stay where they are.
-    const bool isSameGroup =
-        result.series.name() == data_->series.name() && cycleOf(result.series) == cycleOf(data_->series);
+    const bool isSameGroup = shows(result.series);
     if (!isSameGroup)
         saveFigures();
     data_ = std::make_shared<const ChartData>(result.series);
@@ -121,10 +136,15 @@ void ChartWindow::saveFigures()
 {
     if (data_->series.isEmpty())
         return;
-    for (ChartPane* pane : chart_->panes()) {
-        pane->paintLayer()->cancelCurrentGraph();
+    releaseTools();
+    for (ChartPane* pane : chart_->panes())
         pane->saveDB(data_->series.name(), cycleOf(data_->series), pane->objectName());
-    }
+}
+
+void ChartWindow::releaseTools()
+{
+    for (const ChartPane* pane : chart_->panes())
+        pane->paintLayer()->cancelCurrentGraph();
     QZPaintControl::sharedManager().resetAllButtons(false);
 }
 
@@ -140,8 +160,10 @@ void ChartWindow::changeUser()
     bool isAccepted = false;
     const QString user = QInputDialog::getText(this, tr("Login user"), tr("Whose figures to show:"), QLineEdit::Normal,
                                                environment.loginUser(), &isAccepted);
-    if (isAccepted)
-        environment.setLoginUser(user.trimmed());
+    if (!isAccepted || user.trimmed() == environment.loginUser())
+        return;
+    releaseTools();
+    environment.setLoginUser(user.trimmed());
 }
 
 void ChartWindow::closeEvent(QCloseEvent* event)

@@ -37,6 +37,10 @@ private:
     void openWindow();
     /// Shows the file that the user picks in `target`; false when there is nothing to show.
     bool openFile(ChartWindow& target);
+    /// Whether `series` is the stock and period on show.
+    [[nodiscard]] bool shows(const BarSeries& series) const;
+    /// Cancels what is being drawn and selected, and lets go of the palette's tool.
+    void releaseTools();
     void saveFigures();
     void loadFigures();
     void changeUser();

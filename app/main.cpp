@@ -55,13 +55,14 @@ int showChart(const BarReadResult& bars, const QString& picturePath)
     const QTemporaryDir demoFolder;
     if (!picturePath.isNull())
         QZFrameComFun::setRootFolder(demoFolder.path());
-    ChartWindow window;
-    window.showBars(bars);
-    window.show();
-    if (picturePath.isNull())
+    auto window = std::make_unique<ChartWindow>();
+    window->showBars(bars);
+    window->show();
+    if (picturePath.isNull()) {
+        window.release()->setAttribute(Qt::WA_DeleteOnClose);
         return QApplication::exec();
-
-    const QString failure = DemoGestures(window).play(picturePath);
+    }
+    const QString failure = DemoGestures(*window).play(picturePath);
     if (!failure.isNull()) {
         print(stderr, failure);
         return failed;

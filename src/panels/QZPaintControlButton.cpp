@@ -135,9 +135,10 @@ void QZPaintControlButton::leaveEvent(QEvent* event)
 
 void QZPaintControlButton::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && !event->isAutoRepeat())
         click();
-    else
+    else if (!isReturn)
         QAbstractButton::keyPressEvent(event);
 }
 

@@ -304,10 +304,12 @@ bool QZPaintGraphConfigWC::eventFilter(QObject* watched, QEvent* event)
         if (event->type() == QEvent::Hide && !event->spontaneous())
             windowWillClose();
     } else if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
+        const auto* keyEvent = static_cast<QKeyEvent*>(event);
+        const int key = keyEvent->key();
         auto* button = qobject_cast<QAbstractButton*>(watched);
         if (button != nullptr && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
-            button->click();
+            if (!keyEvent->isAutoRepeat())
+                button->click();
             return true;
         }
     }

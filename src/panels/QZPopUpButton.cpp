@@ -136,6 +136,8 @@ void QZPopUpButtonMenuItemView::mousePressEvent(QMouseEvent* event)
 
 void QZPopUpButtonMenuItemView::mouseReleaseEvent(QMouseEvent* event)
 {
+    if (event->button() != Qt::LeftButton)
+        return;
     // The item under the pointer counts: the button may have been pressed on another one.
     const QPoint location = item_.menu().mapFromGlobal(event->globalPosition().toPoint());
     if (auto* view = qobject_cast<QZPopUpButtonMenuItemView*>(item_.menu().childAt(location))) {

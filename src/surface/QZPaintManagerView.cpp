@@ -150,8 +150,8 @@ void QZPaintManagerView::displayRangeStatisticsGraphFromDate(std::int32_t startD
                                                              std::int32_t endDate, std::int32_t endTime)
 {
     const auto& band = QZPaintRangeStatistics::sharedGraph();
-    if (band->layer() != paintLayer_) {
-        band->setLayer(paintLayer_);
+    band->setLayer(paintLayer_);
+    {
         const std::lock_guard lock(paintLayer_->graphs());
         paintLayer_->graphs().add(band);
     }

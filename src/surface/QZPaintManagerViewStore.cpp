@@ -58,11 +58,13 @@ QZGraphSet::Members readGraphs(QZGraphStore& store, QZGraphResultSet& rows, QZPa
     const QZPaintControl* palette = QZPaintControl::existing();
     const bool hidden = palette != nullptr && palette->isHidden();
     const std::shared_ptr<QZPaintLayer> owner = layer.shared_from_this();
+    const auto flag = QStringLiteral("CONTEXT_IS_PAINT_EDITING");
     QZGraphSet::Members graphs;
     while (rows.next()) {
         QZGraphRow row = store.readRow(rows);
         // The range band is one for the whole application and is never stored: a row must not get hold of it.
         const auto graph = row.graphType == QZSTToolRangeStatistics ? nullptr : layer.allocGraphWithType(row.graphType);
+        QZGlobalEnv::getShareInstance().setGlobalContext(flag, flag, false); // making it marked painting as under way
         if (!graph)
             continue;
         row.points.resize(std::min(row.points.size(), graph->points().size()));
@@ -70,11 +72,6 @@ QZGraphSet::Members readGraphs(QZGraphStore& store, QZGraphResultSet& rows, QZPa
                              row.lineWidth, std::move(row.points), row.textValue, row.font, row.isLocked, false, false);
         graph->setHidden(hidden);
         graphs.push_back(graph);
-    }
-    if (!graphs.empty()) {
-        // Making figures marked painting as under way.
-        const auto flag = QStringLiteral("CONTEXT_IS_PAINT_EDITING");
-        QZGlobalEnv::getShareInstance().setGlobalContext(flag, flag, false);
     }
     return graphs;
 }
@@ -120,7 +117,8 @@ void logWriteError(const QZGraphDatabase& database)
 
 void QZPaintManagerView::openGraphDatabaseIfAbsent()
 {
-    if (!sharedStore().database)
+    // The user may have changed while there was no view to hear of it.
+    if (!sharedStore().database || sharedStore().database->databasePath() != databasePathOfUser())
         sharedStore().database = openDBFile();
 }
 

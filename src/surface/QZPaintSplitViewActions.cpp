@@ -169,7 +169,8 @@ void QZPaintSplitView::paintGraphConfigDidDelete(QZPaintGraphConfigWC& /*panel*/
             layer->graphs().remove(graph.get());
         }
         layer->cancelCurrentGraph();
-        layer->setNeedsDisplay();
     }
     closeConfigWindow();
+    for (QZPaintLayer* layer : targetLayers())
+        layer->setNeedsDisplay();
 }

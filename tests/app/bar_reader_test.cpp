@@ -27,72 +27,42 @@ TEST_F(BarReader, UnderstandsEveryLayout)
 {
     struct Row {
         const char* name;
-        QByteArray content;
-        BarTime first;
+        const char* content;
+        std::int32_t date, time;
         double volume;
     };
     // Two bars of two days, or two minutes of one day; the first is always 10 11 9 10.5.
     for (const Row& row : {
-             Row{"comma",
-                 "date,open,high,low,close,volume\n2020-01-02,10,11,9,10.5,700\n2020-01-03,10,11,9,10,1",
-                 {20200102, 0},
-                 700},
              Row{"tab, trailing empty columns",
-                 "date\topen\thigh\tlow\tclose\tvolume\tsplit\n2020-01-02\t10\t11\t9\t10.5\t700\t\n",
-                 {20200102, 0},
-                 700},
-             Row{"semicolon, decimal comma", "Date;Open;High;Low;Close\n2020-01-02;10;11,0;9;10,5\n", {20200102, 0}, 0},
-             Row{"order and case",
-                 "VOLUME,Close,low,High,OPEN,Adj Close,Date\n700,10.5,9,11,10,3,2020-01-02\n",
-                 {20200102, 0},
-                 700},
+                 "date\topen\thigh\tlow\tclose\tvolume\tsplit\n2020-01-02\t10\t11\t9\t10.5\t700\t\n", 20200102, 0, 700},
+             Row{"semicolon, decimal comma", "Date;Open;High;Low;Close\n2020-01-02;10;11,0;9;10,5\n", 20200102, 0, 0},
              Row{"mark, carriage returns, blank lines",
-                 "\xEF\xBB\xBF\r\ndate,open,high,low,close\r\n\r\n2020-01-02,10,11,9,10.5\r\n\r\n",
-                 {20200102, 0},
-                 0},
+                 "\xEF\xBB\xBF\r\ndate,open,high,low,close\r\n\r\n2020-01-02,10,11,9,10.5\r\n\r\n", 20200102, 0, 0},
              Row{"quoted, delimiter in quotes",
                  "\"date\",\"note;\",open,high,low,\"close\"\n\"2020-01-02\",\"a \"\"b\"\", c\",10,11, \"9\" ,10.5\n",
-                 {20200102, 0},
-                 0},
-             Row{"compact date", "date,open,high,low,close\n20200102,10,11,9,10.5\n", {20200102, 0}, 0},
-             Row{"slashes, one-digit month", "date,open,high,low,close\n2020/1/2,10,11,9,10.5\n", {20200102, 0}, 0},
+                 20200102, 0, 0},
              Row{"time column",
                  "time,date,open,high,low,close\n9:30,2020-01-02,10,11,9,10.5\n09:31:05,2020-01-02,10,11,9,10\n",
-                 {20200102, 93000},
-                 0},
+                 20200102, 93000, 0},
              Row{"T and zone",
-                 "datetime,open,high,low,close\n2020-01-02T09:30:15.250Z,10,11,9,10.5\n2020-01-02T09:31:00+08:00,10,11,"
-                 "9,10\n",
-                 {20200102, 93015},
-                 0},
-             Row{"space and time",
-                 "Date,open,high,low,close\n20200102 09:30,10,11,9,10.5\n2020-01-02 09:31,10,11,9,10\n",
-                 {20200102, 93000},
-                 0},
+                 "datetime,open,high,low,close\n2020-01-02T09:30:15.250Z,10,11,9,10.5\n"
+                 "2020-01-02T09:31:00+08:00,10,11,9,10\n",
+                 20200102, 93015, 0},
              Row{"fourteen digits",
-                 "time,open,high,low,close\n20200102093000,10,11,9,10.5\n20200102093100,10,11,9,10\n",
-                 {20200102, 93000},
-                 0},
+                 "time,open,high,low,close\n20200102093000,10,11,9,10.5\n2020-01-02 09:31,10,11,9,10\n", 20200102,
+                 93000, 0},
              Row{"epoch seconds, minutes",
-                 "timestamp,open,high,low,close\n1577957400,10,11,9,10.5\n1577957460,10,11,9,10\n",
-                 {20200102, 93000},
-                 0},
-             Row{"epoch milliseconds, minutes",
-                 "date,open,high,low,close\n1577957400000,10,11,9,10.5\n1577957460000,10,11,9,10\n",
-                 {20200102, 93000},
-                 0},
-             Row{"epoch, one bar a day",
-                 "date,open,high,low,close\n1577957400,10,11,9,10.5\n1578043800,10,11,9,10\n",
-                 {20200102, 0},
-                 0},
-             Row{"epoch before 1970", "date,open,high,low,close\n-315532800,10,11,9,10.5\n", {19600102, 0}, 0},
+                 "timestamp,open,high,low,close\n1577957400,10,11,9,10.5\n1577957460,10,11,9,10\n", 20200102, 93000, 0},
+             Row{"epoch milliseconds, one bar a day",
+                 "date,open,high,low,close\n1577957400000,10,11,9,10.5\n1578043800000,10,11,9,10\n", 20200102, 0, 0},
+             Row{"epoch before 1970", "date,open,high,low,close\n-315532800,10,11,9,10.5\n", 19600102, 0, 0},
          }) {
         SCOPED_TRACE(row.name);
         const BarReadResult result = read(row.content);
         ASSERT_TRUE(result.isOk()) << result.error.toStdString();
         EXPECT_EQ(result.skippedRows, 0) << result.skipReasons.join(u'\n').toStdString();
-        EXPECT_EQ(result.series.timeAt(0), row.first);
-        EXPECT_EQ(result.series.isIntraday(), row.first.time != 0);
+        EXPECT_EQ(result.series.timeAt(0), (BarTime{row.date, row.time}));
+        EXPECT_EQ(result.series.isIntraday(), row.time != 0);
         const Bar& bar = result.series.at(0);
         EXPECT_EQ(std::vector({bar.open, bar.high, bar.low, bar.close, bar.volume}),
                   std::vector({10.0, 11.0, 9.0, 10.5, row.volume}));
@@ -106,24 +76,15 @@ TEST_F(BarReader, SkipsBadRowsAndSaysWhy)
         const char* reason;
     };
     for (const Row& row : {
-             Row{"2020-01-02,x,11,9,10,1", "open is not a number"},
              Row{"2020-01-02,10,11abc,9,10,1", "high is not a number"},
-             Row{"2020-01-02,10,11,nan,10,1", "low is not a number"},
-             Row{"2020-01-02,10,11,9,inf,1", "close is not a number"},
-             Row{"2020-01-02,10,11,9,,1", "close is not a number"},
              Row{"2020-01-02,10,11,9,10,many", "volume is not a number"},
              Row{"2020-01-02,10,11,9,10,-1", "negative volume"},
              Row{"2020-01-02,0,11,0,10,1", "price is not positive"},
-             Row{"2020-01-02,10,11,-9,10,1", "price is not positive"},
              Row{"2020-01-02,10,9,11,10,1", "high below low"},
              Row{"2020-01-02,12,11,9,10,1", "open outside high and low"},
              Row{"2020-01-02,10,11,9,8.99,1", "close outside high and low"},
              Row{"2020-02-30,10,11,9,10,1", "unreadable date"},
-             Row{"20209999,10,11,9,10,1", "unreadable date"},
              Row{"2020-01-02 24:00,10,11,9,10,1", "unreadable date"},
-             Row{"2020-01-02x,10,11,9,10,1", "unreadable date"},
-             Row{"1e300,10,11,9,10,1", "unreadable date"},
-             Row{"0,10,11,9,10,1", "unreadable date"},
              Row{",10,11,9,10,1", "unreadable date"},
              Row{"2020-01-02,10,11,9", "too few fields"},
              Row{"\"2020-01-02,10,11,9,10,1", "unclosed quote"},
@@ -169,15 +130,6 @@ TEST_F(BarReader, SortsAndLetsTheLastDuplicateWin)
                                                "line 5: too few fields), 1 duplicate replaced"));
 }
 
-TEST_F(BarReader, SummaryGroupsThousandsAndShowsTimes)
-{
-    QByteArray content("date,time,open,high,low,close\n");
-    for (int minute = 0; minute < 1100; ++minute)
-        content += "2020-01-02," + QByteArray::number(minute / 60) + ':' +
-                   QByteArray::number(minute % 60).rightJustified(2, '0') + ",1,1,1,1\n";
-    EXPECT_EQ(read(content).summary(), QStringLiteral("bars.csv: 1,100 bars, 2020-01-02 00:00 to 2020-01-02 18:19"));
-}
-
 TEST_F(BarReader, NamesWhatMakesAFileUnusable)
 {
     const QByteArray header("date,open,high,low,close\n");
@@ -195,7 +147,6 @@ TEST_F(BarReader, NamesWhatMakesAFileUnusable)
              Row{write("plain.csv", "2020-01-02,1,1,1,1\n"),
                  ":1: no header line with the columns date, open, high, low and close"},
              Row{write("noclose.csv", "\ndate,open,high,low,last\n2020-01-02,1,1,1,1\n"), ":2: no column named close"},
-             Row{write("nodate.csv", "day,open,high,low,close\n2020-01-02,1,1,1,1\n"), ":1: no column named date"},
              Row{write("header.csv", header), ":1: no row after the header"},
              Row{write("bad.csv", header + "x,1,1,1,1\n"), ":2: unreadable date (no usable row in the file)"},
          }) {
@@ -209,17 +160,11 @@ TEST_F(BarReader, NamesWhatMakesAFileUnusable)
 
 TEST(BarSeries, RangesClampToTheLoadedBars)
 {
-    const BarSeries series(
-        QString(), {{20200102, 0, 5, 6, 4, 5, 10}, {20200103, 0, 5, 9, 5, 5, 30}, {20200106, 0, 5, 7, 2, 5, 20}});
-    EXPECT_EQ(series.lowerBound(20200103, 0), 1);
+    const BarSeries series(QString(), {{20200102, 0, 5, 6, 4, 5, 10}, {20200103, 0, 5, 9, 5, 5, 30}});
     EXPECT_EQ(series.lowerBound(20200104, 0), 2);
-    EXPECT_EQ(series.lowerBound(20200107, 0), 3);
-    EXPECT_EQ(series.priceRange(-5, 1)->low, 4.0);
-    EXPECT_EQ(series.priceRange(-5, 1)->high, 9.0);
-    EXPECT_EQ(series.priceRange(2, 99)->low, 2.0);
-    EXPECT_FALSE(series.priceRange(3, 9));
+    EXPECT_EQ(series.priceRange(-5, 99)->high, 9.0);
+    EXPECT_FALSE(series.priceRange(2, 9));
     EXPECT_EQ(series.maxVolume(-1, 99), 30.0);
-    EXPECT_EQ(series.maxVolume(3, 9), 0.0);
 }
 
 } // namespace

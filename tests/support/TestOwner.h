@@ -15,11 +15,10 @@ public:
     bool mouseInside = true;
     bool activePane = true;
 
-    int redraws = 0;
     int removals = 0;
     QZCursor cursor = QZCursor::Arrow;
 
-    void setNeedsDisplay() override { ++redraws; }
+    void setNeedsDisplay() override {}
     QZRect frame() const override { return layerFrame; }
     bool isMouseInside() const override { return mouseInside; }
     bool isActivePane() const override { return activePane; }

@@ -18,30 +18,6 @@ bool isPaintEditing()
 
 } // namespace
 
-TEST(PaintLayer, AFigureJoinsTheSetWithItsLastClick)
-{
-    TestPane pane;
-    const NotificationSpy finished(QZPaintGraphFinishedEditingNotification);
-    pane.arm(QZSTLineSegment);
-    const auto graph = pane.current();
-    EXPECT_TRUE(isPaintEditing());
-    pane.click({100, 100});
-    EXPECT_EQ(pane.layer().graphs().count(), 0U);
-    EXPECT_TRUE(finished.posts.empty());
-    RecordingContext context;
-    pane.layer().drawInContext(context);
-    EXPECT_EQ(context.count("segment"), 1) << "drawn all the same";
-
-    pane.click({200, 150});
-    EXPECT_TRUE(pane.layer().graphs().contains(graph.get()));
-    EXPECT_FALSE(isPaintEditing());
-    EXPECT_EQ(pane.current(), graph);
-    EXPECT_TRUE(graph->isSelected());
-    EXPECT_EQ(graph->dragStartPoint(), (QZPoint{200, 150}));
-    ASSERT_EQ(finished.posts.size(), 1U);
-    EXPECT_EQ(finished.posts[0].object, &pane.layer());
-}
-
 TEST(PaintLayer, AClickTakesTheNearestFigureWithinTheRadius)
 {
     TestPane pane;
@@ -122,11 +98,6 @@ TEST(PaintLayer, OnlyTheLatest300FiguresAreDrawn)
     EXPECT_EQ(context.count("segment"), 300);
     EXPECT_TRUE(context.lines.front().starts_with("segment 10,1.5-300,1.5")) << context.lines.front();
     EXPECT_EQ(pane.layer().graphs().count(), 301U);
-
-    const LogSpy log;
-    pane.chart().fromAxis.answerWith([](const QZPaintLogicAxis&) { return unplaceablePoint; });
-    pane.layer().drawInContext(context);
-    EXPECT_EQ(pane.layer().graphs().count(), 1U) << "off the chart: they leave while they are drawn";
 }
 
 TEST(PaintLayer, FinishingInOnePaneEndsWhatOthersWereDoing)
@@ -191,15 +162,9 @@ TEST(PaintLayer, RedrawsOnlyWhenSomethingChanged)
 TEST(PaintLayer, MakesOnlyWhatThePaneAccepts)
 {
     TestPane pane({.panes = 2});
-    pane.view(1).types = QZSTRay | QZSTToolRangeStatistics;
+    pane.view(1).types = QZSTRay;
     pane.arm(QZSTHorizon);
     EXPECT_NE(pane.current(0), nullptr);
     EXPECT_EQ(pane.current(1), nullptr);
     EXPECT_EQ(pane.layer(0).allocGraphWithType(QZSTToolRangeStatistics), nullptr);
-    EXPECT_EQ(pane.layer(0).allocGraphWithType(0), nullptr);
-    const auto band = pane.layer(1).allocGraphWithType(QZSTToolRangeStatistics);
-    EXPECT_EQ(band, QZPaintRangeStatistics::sharedGraph());
-    EXPECT_EQ(band, pane.layer(1).allocGraphWithType(QZSTToolRangeStatistics));
-    band->setSelected(false);
-    band->setLayer(nullptr);
 }

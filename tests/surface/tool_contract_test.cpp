@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -81,15 +80,6 @@ std::vector<std::int64_t> typesIn(std::int64_t mask)
 }
 
 } // namespace
-
-TEST_P(ToolContract, HasOneBitOfItsOwn)
-{
-    const auto graph = createPaintTool(GetParam());
-    EXPECT_EQ(graph->type(), GetParam());
-    EXPECT_EQ(std::popcount(static_cast<std::uint64_t>(GetParam())), 1);
-    EXPECT_FALSE(strQZShapeType(GetParam()).isNull());
-    EXPECT_EQ(graph->points().size(), static_cast<std::size_t>(graph->maxPointCount()));
-}
 
 TEST_P(PickedToolContract, IsFinishedByAsManyClicksAsItHasPoints)
 {
@@ -186,28 +176,6 @@ TEST_P(ToolContract, RestoresFromTooFewAndTooManyPoints)
         EXPECT_FALSE(std::isnan(few->minDistanceFromPoint({390, 290})));
         EXPECT_EQ(few->convertToLogicAxises().size(), whole.size());
     }
-}
-
-TEST_P(ToolContract, HidesAndDrawsNothing)
-{
-    const auto graph = restored(axisesOf(somePoints()));
-    EXPECT_FALSE(recorded(*graph).lines.empty());
-    graph->setHidden(true);
-    EXPECT_EQ(recorded(*graph).lines.empty(), (GetParam() & QZAllEnabledTypes) != 0)
-        << "only what the host opens cannot be hidden";
-    graph->setHidden(false);
-}
-
-TEST_P(PickedToolContract, EscapeMidwayLeavesNothing)
-{
-    const Points clicks = somePoints();
-    pane.draw(GetParam(), {clicks.begin(), clicks.end() - 1});
-    Gesture(pane).key(Qt::Key_Escape);
-    EXPECT_EQ(pane.current(), nullptr);
-    EXPECT_EQ(pane.layer().graphs().count(), 0U);
-    RecordingContext context;
-    pane.layer().drawInContext(context);
-    EXPECT_TRUE(context.lines.empty());
 }
 
 TEST_P(PickedToolContract, ADragMovesAllPoints)

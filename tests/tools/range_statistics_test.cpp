@@ -52,17 +52,12 @@ TEST_F(RangeStatistics, DrawsItselfEvenWhenHidden)
 
 TEST_F(RangeStatistics, HitsAndCursors)
 {
-    struct Row {
-        const char* name = nullptr;
-        QZPoint at;
-        double distance = 0.0;
-    };
-    for (const Row& row :
-         {Row{"left of it", {90, 50}, 10}, Row{"inside, near the left edge", {102, 50}, 2}, Row{"inside", {106, 50}, 0},
-          Row{"inside, 6 from the right edge", {194, 50}, 0}, Row{"inside, near the right edge", {195, 50}, -5},
-          Row{"right of it", {207, 50}, 7}, Row{"above it", {150, 5000}, 0}, Row{"close button", {195, 200}, 0},
-          Row{"right edge of the close button", {197, 200}, -3}})
-        EXPECT_DOUBLE_EQ(band->minDistanceFromPoint(row.at), row.distance) << row.name;
+    const std::vector<std::pair<QZPoint, double>> distances{
+        {{90, 50}, 10},  {{102, 50}, 2}, {{106, 50}, 0},   {{194, 50}, 0},
+        {{195, 50}, -5}, {{207, 50}, 7}, {{150, 5000}, 0}, {{195, 200}, 0}, // within the close button
+        {{197, 200}, -3}};
+    for (const auto& [at, distance] : distances)
+        EXPECT_DOUBLE_EQ(band->minDistanceFromPoint(at), distance) << at.x;
     EXPECT_FALSE(band->isNearKeyPoint({206, 50}));
     EXPECT_TRUE(band->isNearKeyPoint({205.5, 5000})) << "by x alone";
     EXPECT_EQ(owner->cursor, QZCursor::ResizeLeftRight);
@@ -91,7 +86,6 @@ TEST_F(RangeStatistics, ReportsDragsAndItsCloseButton)
         {"second edge past the first", {200, 50}, {{200, 50}, {60, 50}}, dragged(60, 100, 1)},
         {"band to the left", {150, 50}, {{130, 60}}, dragged(80, 180, 2)},
         {"band to the right", {150, 50}, {{170, 50}}, dragged(120, 220, 3)},
-        {"band nowhere", {150, 50}, {{150, 60}}, dragged(100, 200, 3)},
         {"close button", {190, 200}, {}, closed},
     };
     for (const Row& row : rows) {

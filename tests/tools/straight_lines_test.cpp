@@ -47,9 +47,7 @@ TEST_F(StraightLines, FiguresAndDistances)
         {"segment", QZSTLineSegment, {{10, 30}, {50, 30}}, "10,30-50,30", {53, 34}, 5},
         {"vertical segment", QZSTLineSegment, {{50, 20}, {50, 40}}, "50,20-50,40", {57, 90}, 7},
         {"straight line", QZSTStraight, {{10, 30}, {20, 40}}, "0,20-100,120", {190, 210}, 0},
-        {"straight line, swapped", QZSTStraight, {{20, 40}, {10, 30}}, "100,120-0,20", {190, 210}, 0},
         {"vertical straight line", QZSTStraight, {{50, 30}, {50, 60}}, "50,20-50,120", {57, 500}, 7},
-        {"vertical straight line, down", QZSTStraight, {{50, 60}, {50, 30}}, "50,120-50,20", {43, 0}, 7},
         {"straight line of equal points", QZSTStraight, {{50, 60}, {50, 60}}, nullptr, {53, 64}, 5},
         {"ray to the right", QZSTRay, {{40, 50}, {80, 20}}, "40,50-100,5", {63, 39}, 5},
         {"ray to the left", QZSTRay, {{60, 50}, {40, 50}}, "60,50-0,50", {20, 52}, 2},
@@ -80,10 +78,8 @@ TEST_F(StraightLines, ArrowHeads)
         const char* head = nullptr;
     };
     // 10 px at 30 degrees: 8.660 along the shaft, 5 off it.
-    for (const Row& row : {Row{"to the right", {10, 50}, {60, 50}, "51.34,45 60,50 51.34,55"},
-                           Row{"to the left", {60, 50}, {10, 50}, "18.66,45 10,50 18.66,55"},
-                           Row{"up", {50, 20}, {50, 70}, "45,61.34 50,70 55,61.34"},
-                           Row{"down", {50, 70}, {50, 20}, "55,28.66 50,20 45,28.66"}}) {
+    for (const Row& row : {Row{"to the left", {60, 50}, {10, 50}, "18.66,45 10,50 18.66,55"},
+                           Row{"up", {50, 20}, {50, 70}, "45,61.34 50,70 55,61.34"}}) {
         SCOPED_TRACE(row.name);
         const auto graph = tool(QZSTArrowSegment, {row.from, row.to}, 3);
         graph->setLineType(1);
