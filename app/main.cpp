@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -53,6 +54,9 @@ int showChart(const BarReadResult& bars, const QString& picturePath)
 {
     // A demonstration draws on a sheet of its own, never on the user's figures.
     const QTemporaryDir demoFolder;
+    // Without a screen Qt warns of every window that cannot be raised. QT_LOGGING_RULES brings the warnings back.
+    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+        QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     if (!picturePath.isNull())
         QZFrameComFun::setRootFolder(demoFolder.path());
     auto window = std::make_unique<ChartWindow>();

@@ -1,7 +1,7 @@
 #include "panels/QZPanelWindow.h"
 
 #include <QCloseEvent>
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMoveEvent>
 #include <QPainter>
@@ -41,9 +41,7 @@ void QZPanelWindow::addToWindowOf(const QWidget& chart)
         return;
     }
     show();
-    // Without a screen there is no front to bring it to, and Qt would say so every time.
-    if (QGuiApplication::platformName() != QLatin1String("offscreen"))
-        raise();
+    raise();
 }
 
 void QZPanelWindow::removeFromWindowOf(const QWidget& chart)

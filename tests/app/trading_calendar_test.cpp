@@ -16,7 +16,6 @@ Bar barAt(std::int32_t date, std::int32_t time = 0)
 BarSeries seriesOf(const std::vector<std::int32_t>& dates)
 {
     std::vector<Bar> bars;
-    bars.reserve(dates.size());
     for (const std::int32_t date : dates)
         bars.push_back(barAt(date));
     return {QString(), bars};
@@ -55,7 +54,6 @@ std::vector<std::pair<const char*, BarSeries>> allSeries()
         {"weekdays", days(20200101, 300)},
         {"weeks, ending on a Wednesday", seriesOf({20200103, 20200110, 20200117, 20200124, 20200129})},
         {"month ends", seriesOf({20191129, 20191231, 20200131, 20200228, 20200331})},
-        {"years", seriesOf({20161230, 20171229, 20181231, 20191231})},
         {"hours", hours()},
     };
 }

@@ -54,7 +54,7 @@ public:
 
     void bindAnything(SQLite::Statement& statement, int column)
     {
-        static constexpr double numbers[] = {0.0, -0.0, 0.5, 1.0, 1.5, -1.0, 1e308, -1e308, 5e-324, 12.0, HUGE_VAL};
+        static constexpr double numbers[] = {-0.0, 0.5, 1.5, -1.0, 1e308, -1e308, 5e-324, 12.0, HUGE_VAL};
         const int kind = below(5);
         if (kind == 0)
             statement.bind(column);

@@ -121,6 +121,7 @@ TEST_F(GraphDrawing, DashesAndJoins)
 TEST_F(GraphDrawing, WhereTheChartHasNothingNoPointIsLeftOut)
 {
     const auto graph = finished();
+    drawn(*graph);
     EXPECT_EQ(graph->deltaCount(), 10);
     owner->testChart.fromPoint.answerWith([](QZPoint) { return std::nullopt; });
     const auto axises = graph->convertToLogicAxises();

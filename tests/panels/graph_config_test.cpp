@@ -1,6 +1,5 @@
 #include "panels/QZPaintGraphConfigWC.h"
 
-#include <QApplication>
 #include <QMenu>
 #include <QTest>
 #include <QWindow>

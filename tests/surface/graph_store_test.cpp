@@ -140,7 +140,6 @@ TEST_F(GraphStore, OneSaveForEachLoad)
     EXPECT_EQ(stored("lineWidth"), "1,2");
     EXPECT_TRUE(graphs(view).empty());
     EXPECT_EQ(view.paintLayer()->currentGraph(), nullptr);
-    EXPECT_TRUE(view.paintLayer()->isActive());
 }
 
 TEST_F(GraphStore, GroupsAreKeptApart)
