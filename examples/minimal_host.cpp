@@ -7,7 +7,6 @@
 #include <QApplication>
 #include <QPainter>
 #include <QShortcut>
-#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -81,7 +80,9 @@ int main(int argc, char** argv)
     arm(Qt::Key_2, QZSTHorizon);
 
     split.show();
-    if (QApplication::arguments().contains(QStringLiteral("--once")))
-        QTimer::singleShot(0, &split, &QWidget::close);
+    if (QApplication::arguments().contains(QStringLiteral("--once"))) {
+        QApplication::processEvents();
+        return 0;
+    }
     return QApplication::exec();
 }

@@ -172,13 +172,14 @@ void QZPaintLayer::deleteCurrentGraph()
 {
     {
         const std::lock_guard lock(graphs_);
-        if (graphs_.contains(currentGraph_.get())) {
-            // The band over a range belongs to the host, which is told that its user closed it.
-            if (currentGraph_->type() == QZSTToolRangeStatistics)
-                QZNotificationCenter::defaultCenter().post(QZRangeStatisticsTimeChangedNotification, this,
-                                                           {{QStringLiteral("timeType"), 5U}});
-            else
-                graphs_.remove(currentGraph_.get());
+        const bool isFinished = graphs_.contains(currentGraph_.get());
+        // The band over a range belongs to the host, which is told that its user closed it.
+        const bool isBand = isFinished && currentGraph_->type() == QZSTToolRangeStatistics;
+        if (isBand) {
+            QZNotificationCenter::defaultCenter().post(QZRangeStatisticsTimeChangedNotification, this,
+                                                       {{QStringLiteral("timeType"), 5U}});
+        } else if (isFinished) {
+            graphs_.remove(currentGraph_.get());
         }
     }
     endCurrentGraph();
