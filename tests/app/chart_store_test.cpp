@@ -12,8 +12,10 @@ namespace {
 /// Daily bars, `step` days apart.
 BarReadResult stock(const char* name, int step = 1)
 {
+    constexpr int count = 60;
     std::vector<Bar> bars;
-    for (int i = 0; i < 60; ++i)
+    bars.reserve(count);
+    for (int i = 0; i < count; ++i)
         bars.push_back({dateOfDay(dayNumber(20200101) + i * step), 0, 10, 12, 9, 11, 1000});
     BarReadResult result;
     result.series = BarSeries(QString::fromLatin1(name), bars);
@@ -31,8 +33,9 @@ void drawSegment(ChartWindow& window, std::int32_t firstDate)
 
 std::vector<std::int32_t> firstDates(ChartWindow& window)
 {
-    std::vector<std::int32_t> dates;
     const auto graphs = window.chart().panes().front()->paintLayer()->graphs().snapshot();
+    std::vector<std::int32_t> dates;
+    dates.reserve(graphs->size());
     for (const auto& graph : *graphs)
         dates.push_back(graph->logicAxises().front().date);
     return dates;

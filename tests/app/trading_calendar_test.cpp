@@ -16,6 +16,7 @@ Bar barAt(std::int32_t date, std::int32_t time = 0)
 BarSeries seriesOf(const std::vector<std::int32_t>& dates)
 {
     std::vector<Bar> bars;
+    bars.reserve(dates.size());
     for (const std::int32_t date : dates)
         bars.push_back(barAt(date));
     return {QString(), bars};
@@ -66,10 +67,10 @@ TEST(TradingCalendar, ContinuesTheHabitsOfTheLoadedBars)
     const BarSeries middles = seriesOf({20200115, 20200215, 20200315});
     const BarSeries monthEnds = seriesOf({20191129, 20191231, 20200131});
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         BarSeries series;
-        int fromLast; ///< index counted from the last bar; a negative one from the first bar
-        std::int32_t date, time;
+        int fromLast = 0; ///< index counted from the last bar; a negative one from the first bar
+        std::int32_t date = 0, time = 0;
     };
     for (const Row& row :
          {Row{"next Monday", days(20200101, 3), 1, 20200106, 0},
@@ -112,10 +113,10 @@ TEST(TradingCalendar, BetweenBarsMeansTheNextOne)
     const BarSeries holidayWeek = seriesOf({20200102, 20200106, 20200107, 20200108});
     const BarSeries weeks = seriesOf({20200103, 20200110, 20200115});
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         BarSeries series;
-        std::int32_t date, time;
-        int index;
+        std::int32_t date = 0, time = 0;
+        int index = 0;
     };
     for (const Row& row :
          {Row{"holiday", holidayWeek, 20200103, 0, 1}, Row{"time of a daily bar", holidayWeek, 20200106, 150000, 1},

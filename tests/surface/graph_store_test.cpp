@@ -4,6 +4,8 @@
 #include "support/RecordingContext.h"
 #include "tools/QZPaintRangeStatistics.h"
 
+#include <QtEndian>
+
 #include <cmath>
 #include <limits>
 #include <stdexcept>
@@ -12,6 +14,16 @@ namespace {
 
 const QString stock = QStringLiteral("600000");
 const QString pane = QStringLiteral("main");
+
+/// SQLite counts the commits of a file in its header.
+quint32 commitsOf(const QString& path)
+{
+    QFile file(path);
+    constexpr qint64 counterOffset = 24;
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(counterOffset))
+        return 0;
+    return qFromBigEndian<quint32>(file.read(sizeof(quint32)).constData());
+}
 
 /// A chart that fails while figures are being made.
 class ThrowingView : public TestView {
@@ -82,6 +94,9 @@ TEST_F(GraphStore, EveryToolComesBackAsItWas)
         ASSERT_EQ(after.size(), before.size());
         for (std::size_t i = 0; i < after.size(); ++i) {
             EXPECT_EQ(after[i]->type(), tool.type);
+            EXPECT_EQ(after[i]->lineType(), i % 6);
+            EXPECT_EQ(after[i]->lineWidth(), i);
+            EXPECT_EQ(after[i]->strokeColor(), colors[i % 3]);
             EXPECT_EQ(after[i]->fillColor(), colors[(i + 1) % 3]);
             EXPECT_EQ(after[i]->font(), fonts[i % 3]);
             EXPECT_EQ(after[i]->text(), texts[i % 4]);
@@ -136,10 +151,13 @@ TEST_F(GraphStore, OneSaveForEachLoad)
     QZPaintActiveManager::sharedManager().setCurrentActiveLayer(view.paintLayer());
     view.loadDB(stock, day, pane);
     view.paintLayer()->setCurrentGraph(graphs(view).at(0));
+    const quint32 commits = commitsOf(file());
     view.saveDB(stock, day, pane);
+    EXPECT_EQ(commitsOf(file()), commits + 1);
     EXPECT_EQ(stored("lineWidth"), "1,2");
     EXPECT_TRUE(graphs(view).empty());
     EXPECT_EQ(view.paintLayer()->currentGraph(), nullptr);
+    EXPECT_TRUE(view.paintLayer()->isActive());
 }
 
 TEST_F(GraphStore, GroupsAreKeptApart)
@@ -157,11 +175,14 @@ TEST_F(GraphStore, GroupsAreKeptApart)
         add(view, figure(view, QZSTLineSegment, i));
         view.saveDB(name, cycle, where);
     }
-    const QString hostile = QStringLiteral("x' OR '1'='1");
-    view.loadDB(hostile, day, pane);
-    EXPECT_TRUE(graphs(view).empty());
-    view.saveDB(hostile, day, hostile);
-    EXPECT_EQ(stored("lineWidth"), "0,1,2,3");
+    for (const QString& hostile : {QStringLiteral("x' OR '1'='1"), QStringLiteral("'; DROP TABLE GraphTable; --")}) {
+        SCOPED_TRACE(hostile.toStdString());
+        view.loadDB(hostile, day, pane);
+        EXPECT_TRUE(graphs(view).empty());
+        EXPECT_EQ(log_.lines.last(), QStringLiteral("Empty result set for stockCode ") + hostile);
+        view.saveDB(hostile, day, hostile);
+        EXPECT_EQ(stored("lineWidth"), "0,1,2,3");
+    }
     for (std::uint64_t i = 0; i < groups.size(); ++i) {
         std::apply([&](const auto&... group) { view.loadDB(group...); }, groups[i]);
         ASSERT_EQ(graphs(view).size(), 1U);
@@ -221,9 +242,11 @@ TEST_F(GraphStore, FileOfAnEarlierVersion)
     view.loadDB(stock, day, pane);
     ASSERT_EQ(graphs(view).size(), 1U);
     const QZPaintGraph& graph = *graphs(view)[0];
+    EXPECT_EQ(graph.type(), QZSTLineSegment);
     EXPECT_EQ(graph.logicAxises().at(1).description(), u"date = 20240102, time = 0, price = 60.000");
     EXPECT_EQ(graph.strokeColor(), QColor(254, 100, 0));
     EXPECT_EQ(graph.lineType(), 2U);
+    EXPECT_EQ(graph.lineWidth(), 3U);
     EXPECT_TRUE(graph.isLocked());
     EXPECT_EQ(graph.font(), systemFont(11));
     EXPECT_EQ(graph.text(), QStringLiteral("新建"));
@@ -243,6 +266,11 @@ TEST_F(GraphStore, WhatALoadLeavesInThePane)
     EXPECT_TRUE(panes.layer(1).needsDisplay());
     ASSERT_NE(panes.current(1), nullptr) << "armed in the first pane, armed here";
     EXPECT_EQ(panes.current(1)->type(), QZSTRay);
+
+    panes.layer(0).cancelCurrentGraph();
+    panes.layer(1).cancelCurrentGraph();
+    panes.view(1).loadDB(stock, day, pane);
+    EXPECT_EQ(panes.current(1), nullptr);
 }
 
 TEST_F(GraphStore, AnotherUserLogsIn)
@@ -261,7 +289,7 @@ TEST_F(GraphStore, AnotherUserLogsIn)
     EXPECT_EQ(palette.chartWindow(), nullptr);
     ASSERT_EQ(log_.lines.size(), 6) << qPrintable(log_.lines.join(u'\n'));
     EXPECT_TRUE(log_.lines[0].startsWith(u"Login user changed saveDB <QZPaintManagerView: 0x"_qs));
-    EXPECT_TRUE(log_.lines[0].endsWith(u" graphs {(QZSTHorizon)}\nPath:"_qs + annsFile));
+    EXPECT_TRUE(log_.lines[0].endsWith(u" graphs {(QZSTHorizon)}\nPath:"_qs + annsFile)) << qPrintable(log_.lines[0]);
     EXPECT_TRUE(log_.lines[1].endsWith(u" graphs {()}\nPath:"_qs + annsFile)) << "the active pane is emptied";
     EXPECT_EQ(log_.lines[2], u"Closed database Path:"_qs + annsFile);
     EXPECT_EQ(log_.lines[3], u"Opened new database Path:"_qs + file());
@@ -286,6 +314,12 @@ TEST_F(GraphStore, AViewThatGoesClosesTheFileForAMoment)
     EXPECT_FALSE(QZPaintManagerView::graphDatabase()->goodConnection());
     view.loadDB(stock, day, pane);
     EXPECT_EQ(graphs(view).size(), 1U);
+    auto removed = std::make_unique<TestView>();
+    removed->removeFromSuperview();
+    removed.reset();
+    add(view, figure(view));
+    view.saveDB(stock, day, pane);
+    EXPECT_EQ(stored("lineWidth"), "1,1");
 }
 
 TEST_F(GraphStore, WhatAHostThrowsEndsInTheLog)
