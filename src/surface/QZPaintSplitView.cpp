@@ -92,6 +92,7 @@ bool QZPaintSplitView::isInFrame(const QZPaintManagerView& view, QPointF locatio
            location.y() >= frame.top() && location.y() < frame.bottom();
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the layers
 QZPaintManagerView* QZPaintSplitView::activeViewAtPoint(QPointF point)
 {
     QZPaintManagerView* active = nullptr;

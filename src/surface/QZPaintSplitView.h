@@ -30,7 +30,6 @@ public:
     [[nodiscard]] QZPaintManagerView* activeView() const { return activeView_; }
     /// Activates the layer of the pane at `point` (px in this view, y downwards) and deactivates all others; the pane,
     /// or null.
-    // NOLINTNEXTLINE(readability-make-member-function-const): it changes the layers
     QZPaintManagerView* activeViewAtPoint(QPointF point);
     /// The manager views among the panes, in order.
     [[nodiscard]] std::vector<QZPaintManagerView*> managerViews() const;

@@ -28,7 +28,6 @@ TEST(Theme, ShippedThemesHaveTheSameKeysAndReadWell)
         EXPECT_TRUE(keys.isEmpty() || keys == theme.colorKeys());
         keys = theme.colorKeys();
         const auto color = [&](const char* key) { return theme.getCustomColor(QLatin1String(key)).value_or(QColor()); };
-        EXPECT_EQ(color("QZLinePaintToolFactory.DefaultLineColor"), QColor(254, 100, 0));
         EXPECT_LT(color("RangeStatisticsLayer.RangeRectBkColor").alpha(), 128) << "candles must show through";
     }
 }
