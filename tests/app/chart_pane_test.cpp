@@ -95,18 +95,6 @@ TEST_F(ChartTest, ConvertsPointsOfThePastThePresentAndTheFutureThereAndBack)
     }
 }
 
-TEST_F(ChartTest, PlacesBarsAtTheSameXInEveryPane)
-{
-    EXPECT_EQ(candles.scale().xOf(200), volumes.scale().xOf(200));
-    for (const ChartPane* pane : chart.panes()) {
-        auto* plot = pane->findChild<QCustomPlot*>();
-        const PaneScale& scale = pane->scale();
-        EXPECT_NEAR(plot->xAxis->coordToPixel(200), scale.xOf(200), 0.01);
-        EXPECT_NEAR(pane->height() - plot->yAxis2->coordToPixel(scale.low), scale.yOf(scale.low), 0.01);
-        EXPECT_EQ(pane->validateRect(), scale.plot);
-    }
-}
-
 TEST_F(ChartTest, SurvivesPointsThatAreNoNumbers)
 {
     for (const ChartPane* pane : chart.panes()) {

@@ -55,6 +55,12 @@ protected:
         return mask;
     }
 
+    static QColor themeColor(const char* name)
+    {
+        const auto& theme = QZGlobalEnv::getShareInstance().paletteLoad();
+        return *theme.getCustomColor(QStringLiteral("QZLinePaintToolFactory.") + QLatin1String(name));
+    }
+
     DelegateSpy delegate_;
     QZPaintControl palette_{QStringLiteral("QZPaintControl")};
 };
@@ -159,4 +165,34 @@ TEST_F(Palette, ClosingReleasesTheToolAndKeepsTheFunctions)
     EXPECT_EQ(delegate_.calls.join(u' '), QStringLiteral("QZSTGannFan remove QZShapeTypeNone"));
     palette_.resetAllButtons(true);
     EXPECT_EQ(selected(), 0U);
+}
+
+TEST_F(Palette, AToolIsToldByItsBackgroundAFunctionByItsPicture)
+{
+    QZPaintControlButton& fan = button(QZSTGannFan);
+    QTest::mouseMove(&fan);
+    EXPECT_EQ(fan.backgroundColor(), themeColor("ControlButtonHoverColor"));
+    fan.setEnabled(false);
+    leaveButtons();
+    EXPECT_EQ(fan.backgroundColor(), themeColor("PanelBackgroundColor")) << "left while disabled";
+    QTest::mouseMove(&fan);
+    EXPECT_EQ(fan.backgroundColor(), themeColor("PanelBackgroundColor")) << "entered while disabled";
+    fan.setEnabled(true);
+    click(QZSTGannFan);
+    leaveButtons();
+    EXPECT_EQ(fan.backgroundColor(), themeColor("ControlButtonSelectedColor"));
+    EXPECT_EQ(fan.image(), fan.images()[1]);
+    EXPECT_NE(fan.images()[0], fan.images()[1]);
+
+    QZPaintControlButton& magnet = button(QZSTToolMagnet);
+    ASSERT_EQ(magnet.images().size(), 3U);
+    QTest::mouseMove(&magnet);
+    EXPECT_EQ(magnet.image(), magnet.images()[2]);
+    click(QZSTToolMagnet);
+    EXPECT_EQ(magnet.image(), magnet.images()[1]);
+    click(QZSTToolMagnet);
+    EXPECT_EQ(magnet.image(), magnet.images()[2]) << "deselected under the pointer";
+    leaveButtons();
+    EXPECT_EQ(magnet.image(), magnet.images()[0]);
+    EXPECT_FALSE(magnet.backgroundColor().isValid());
 }

@@ -16,6 +16,8 @@ TEST(SplitView, RoutesToThePaneThatIsClicked)
     pane.click({200, 250}, 1);
     EXPECT_EQ(pane.split().activeView(), &pane.view(1));
     EXPECT_FALSE(upper->isSelected());
+    EXPECT_TRUE(pane.layer(1).isActive() && !pane.layer(0).isActive());
+    EXPECT_TRUE(pane.layer(1).isMouseInside() && !pane.layer(0).isMouseInside());
 
     pane.view(0).setValidateRect({0, 99, 400, 200});
     pane.click({200, 98}, 0);
@@ -59,7 +61,7 @@ TEST(SplitView, ADragMovesTheSelectedFigureOnly)
     EXPECT_EQ(pane.view(0).cursor().shape(), Qt::OpenHandCursor);
 }
 
-TEST(SplitView, ADoubleClickPlacesOnePoint)
+TEST(SplitView, ADoubleClickPlacesOnePointAndLeavesASelectionAlone)
 {
     TestPane pane;
     pane.arm(QZSTLineSegment);
@@ -67,6 +69,10 @@ TEST(SplitView, ADoubleClickPlacesOnePoint)
     mouse.doubleClick({100, 100});
     ASSERT_NE(pane.current(), nullptr);
     EXPECT_EQ(pane.current()->currentPoint(), 1);
+    const auto graph = pane.draw(QZSTHorizon, {{100, 200}});
+    mouse.doubleClick({300, 200});
+    EXPECT_EQ(pane.current(), graph);
+    EXPECT_TRUE(graph->isSelected());
 }
 
 TEST(SplitView, EscapeWithoutAnActivePaneGoesToTheFirst)

@@ -17,7 +17,7 @@ protected:
         show(10, 20);
         band->setSelected(true);
     }
-    ~RangeStatistics() override
+    void TearDown() override
     {
         band->mouseUp({});
         band->setSelected(false);
