@@ -38,6 +38,8 @@ public:
     /// Shows bars and figures at the viewport's present place, with a value axis `axisWidth` px wide.
     void refresh(int axisWidth);
 
+    /// The tools that have a figure, and the palette's functions.
+    [[nodiscard]] std::int64_t enableTypes() const override;
     [[nodiscard]] std::optional<QZPaintLogicAxis> convertFromPoint(QZPoint point) const override;
     [[nodiscard]] QZPoint convertFromLogicAxis(const QZPaintLogicAxis& axis) const override;
     [[nodiscard]] bool canBeDraggedToLeft(QZPoint point) const override;

@@ -1,6 +1,7 @@
 #include "app/BarStatistics.h"
 #include "app/ChartPane.h"
 #include "model/QZPlaneGeometry.h"
+#include "tools/QZPaintToolTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +17,14 @@ constexpr double screensBeyond = 4;
 constexpr double edgeSlack = 1e-6;
 
 } // namespace
+
+std::int64_t ChartPane::enableTypes() const
+{
+    std::int64_t types = QZSTToolMagnet | QZSTToolEye | QZSTToolDelete;
+    for (const QZPaintToolRow& tool : paintToolTable())
+        types |= tool.type;
+    return types & QZAllEnabledTypes;
+}
 
 std::optional<QZPaintLogicAxis> ChartPane::convertFromPoint(QZPoint point) const
 {

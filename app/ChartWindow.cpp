@@ -174,8 +174,9 @@ void ChartWindow::closeEvent(QCloseEvent* event)
 
 void ChartWindow::followPane()
 {
-    const QZPaintManagerView* pane = chart_->activeView();
-    ChartPalette::follow(data_->series.isIntraday(), pane == nullptr ? QZAllEnabledTypes : pane->enableTypes());
+    const QZPaintManagerView* active = chart_->activeView();
+    const QZPaintManagerView& pane = active == nullptr ? *chart_->panes().front() : *active;
+    ChartPalette::follow(data_->series.isIntraday(), pane.enableTypes());
 }
 
 void ChartWindow::changeEvent(QEvent* event)

@@ -8,7 +8,7 @@ public:
     explicit VolumePane(const ChartViewport& viewport, QWidget* parent = nullptr);
 
     /// All but the box of prices and costs, which volumes have none of.
-    [[nodiscard]] std::int64_t enableTypes() const override { return QZAllEnabledTypes & ~QZSTBoxLine; }
+    [[nodiscard]] std::int64_t enableTypes() const override { return ChartPane::enableTypes() & ~QZSTBoxLine; }
     void setChartData(std::shared_ptr<const ChartData> shown) override;
     void applyTheme(const ChartTheme& theme) override;
 
