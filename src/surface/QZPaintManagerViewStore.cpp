@@ -9,6 +9,7 @@
 #include "surface/QZPaintSplitView.h"
 
 #include <QDebug>
+#include <QScopeGuard>
 #include <QStringList>
 
 #include <algorithm>
@@ -58,13 +59,16 @@ QZGraphSet::Members readGraphs(QZGraphStore& store, QZGraphResultSet& rows, QZPa
     const QZPaintControl* palette = QZPaintControl::existing();
     const bool hidden = palette != nullptr && palette->isHidden();
     const std::shared_ptr<QZPaintLayer> owner = layer.shared_from_this();
-    const auto flag = QStringLiteral("CONTEXT_IS_PAINT_EDITING");
+    // Making a figure marks painting as under way; however the load ends, it leaves no such mark.
+    const auto unmark = qScopeGuard([] {
+        const auto flag = QStringLiteral("CONTEXT_IS_PAINT_EDITING");
+        QZGlobalEnv::getShareInstance().setGlobalContext(flag, flag, false);
+    });
     QZGraphSet::Members graphs;
     while (rows.next()) {
         QZGraphRow row = store.readRow(rows);
         // The range band is one for the whole application and is never stored: a row must not get hold of it.
         const auto graph = row.graphType == QZSTToolRangeStatistics ? nullptr : layer.allocGraphWithType(row.graphType);
-        QZGlobalEnv::getShareInstance().setGlobalContext(flag, flag, false); // making it marked painting as under way
         if (!graph)
             continue;
         row.points.resize(std::min(row.points.size(), graph->points().size()));
