@@ -57,6 +57,9 @@ void QZPanelWindow::attachTo(QWidget* window)
             chartWindow_->removeEventFilter(this);
         if (window != nullptr)
             window->installEventFilter(this);
+        // A window manager stacks a window by what it was tied to when it was shown.
+        if (window != nullptr && isVisible())
+            hide();
         chartWindow_ = window;
         showsWithChart_ = false;
     }
