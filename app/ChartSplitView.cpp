@@ -49,8 +49,10 @@ void ChartSplitView::setChartData(const std::shared_ptr<const ChartData>& shown)
 void ChartSplitView::applyTheme()
 {
     const ChartTheme theme = ChartTheme::current();
-    for (ChartPane* pane : panes_)
+    for (ChartPane* pane : panes_) {
         pane->applyTheme(theme);
+        pane->paintLayer()->reloadGraphFontAndColor();
+    }
     refreshPanes();
 }
 

@@ -220,3 +220,13 @@ TEST_F(ChartTest, PansOnlyWhereNoFigureTakesThePress)
     drag(at({500, 30}), at({500 + 4 * candles.scale().barWidth(), 30}));
     EXPECT_LT(viewport.first(), first - 3);
 }
+
+TEST_F(ChartTest, HandlesFollowTheTheme)
+{
+    drawSegment(240, 260);
+    const QColor light = figure()->keyPointColor();
+    key(Qt::Key_T);
+    EXPECT_NE(figure()->keyPointColor(), light);
+    key(Qt::Key_T);
+    EXPECT_EQ(figure()->keyPointColor(), light);
+}
