@@ -39,6 +39,10 @@ def wait_for(what, condition, seconds=30.0):
         time.sleep(0.1)
 
 
+def manages_windows():
+    return subprocess.run(["xdotool", "get_num_desktops"], capture_output=True).returncode == 0
+
+
 class Window:
     """A window of the program, found by a regular expression of its title."""
 
@@ -211,6 +215,8 @@ def main():
     with tempfile.TemporaryDirectory() as home:
         environment = {**os.environ, "XDG_DATA_HOME": home, "HOME": home, "XDG_RUNTIME_DIR": home}
         manager = subprocess.Popen(["openbox"], env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        # A window that is shown while the manager starts may stay unmanaged and unseen.
+        wait_for("a window manager", manages_windows)
         chart = subprocess.Popen([program], env=environment)
         try:
             session = Session(User(folder))
