@@ -141,8 +141,11 @@ bool QZPaintSplitView::mouseDragged(QPointF location)
         return false;
     const auto layer = activeView_->paintLayer();
     // A drag begins where the button went down: a handle is taken hold of however quickly the mouse leaves it.
-    if (const auto press = std::exchange(pressLocation_, std::nullopt))
-        layer->mouseDragged(pointIn(*activeView_, *press));
+    if (const auto press = std::exchange(pressLocation_, std::nullopt)) {
+        const QZPoint start = pointIn(*activeView_, *press);
+        if (activeView_->validateRect().contains(start))
+            layer->mouseDragged(start);
+    }
     layer->mouseDragged(point);
     if (!layer->currentGraph() || !layer->currentGraph()->isSelected())
         return false;
