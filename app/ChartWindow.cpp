@@ -39,7 +39,7 @@ ChartWindow::ChartWindow(QWidget* parent)
     connect(chart_, &ChartSplitView::barPointedAt, this, &ChartWindow::describeBar);
 
     QZNotificationCenter& center = QZNotificationCenter::defaultCenter();
-    styleObservation_ = center.observe(QStringLiteral("QZUIOverallStyleDidChangeNotification"),
+    styleObservation_ = center.observe(QZUIOverallStyleDidChangeNotification,
                                        [this](const QZNotification&) { applyTheme(); });
     applyTheme();
     chart_->setEnablePaintControl(true);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/QZPaintNotifications.h"
+
 #include <QLatin1StringView>
 #include <QString>
 
@@ -91,6 +93,21 @@ QString strQZPaintCycle(std::uint64_t cycle);
 /// Cycle of a name, QZPCRealTimeCycleDay for an unknown one.
 QZPaintCycle enumZPaintCycle(const QString& name);
 
+/// What the configuration strip offers for a figure: one bit per control.
+namespace QZGraphConfig {
+inline constexpr unsigned editText = 1;
+inline constexpr unsigned strokeColor = 2;
+inline constexpr unsigned fillColor = 4;
+inline constexpr unsigned lineType = 8;
+inline constexpr unsigned lineWidth = 16;
+inline constexpr unsigned lock = 32;
+inline constexpr unsigned deleteGraph = 64;
+
+/// Most figures: 26.
+inline constexpr unsigned line = strokeColor | lineType | lineWidth;
+inline constexpr unsigned all = editText | fillColor | line | lock | deleteGraph;
+} // namespace QZGraphConfig
+
 /// Hit radius around key points and lines (px), exclusive; also what the distance functions answer for coordinates out
 /// of range, so that such a point is never a hit.
 inline constexpr double maxMinDistance = 6.0;
@@ -101,13 +118,6 @@ inline constexpr double imageHeight = 18.0;
 
 inline constexpr QLatin1StringView databaseFileName("LinePaint.db");
 inline constexpr QLatin1StringView databaseTableName("GraphTable");
-
-/// Posted by a layer when a figure's creation or edit ends; the object is the layer.
-inline constexpr QLatin1StringView QZPaintGraphFinishedEditingNotification("QZPaintGraphFinishedEditingNotification");
-/// Posted to keep the palette's chosen tool in step; the object is a figure, or none.
-inline constexpr QLatin1StringView QZPaintSyncGraphTypeNotification("QZPaintSyncGraphTypeNotification");
-/// Posted when the range-statistics band was dragged or closed; its user information says how.
-inline constexpr QLatin1StringView QZRangeStatisticsTimeChangedNotification("QZRangeStatisticsTimeChangedNotification");
 
 /// Keys of the palette's two profiles of enabled tools.
 inline constexpr QLatin1StringView QZPaintControlRealTimeKey("PaintControlRealTime");

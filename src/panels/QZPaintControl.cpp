@@ -57,7 +57,7 @@ QZPaintControl::QZPaintControl(const QString& interfaceFile)
     auto& center = QZNotificationCenter::defaultCenter();
     observations_ = {center.observe(QZPaintSyncGraphTypeNotification,
                                     [this](const QZNotification& notification) { syncButtonSelection(notification); }),
-                     center.observe(QStringLiteral("QZUIOverallStyleDidChangeNotification"),
+                     center.observe(QZUIOverallStyleDidChangeNotification,
                                     [this](const QZNotification&) { configWindowColors(); })};
     connect(&window_, &QZPanelWindow::willClose, this, &QZPaintControl::windowWillClose);
 

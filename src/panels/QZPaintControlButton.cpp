@@ -31,7 +31,7 @@ QZPaintControlButton::QZPaintControlButton(const QString& identifier, int imageC
     getFontAndColor();
     images_ = configImages();
     themeObservation_ = QZNotificationCenter::defaultCenter().observe(
-        QStringLiteral("QZUIOverallStyleDidChangeNotification"), [this](const QZNotification&) {
+        QZUIOverallStyleDidChangeNotification, [this](const QZNotification&) {
             getFontAndColor();
             images_ = configImages();
             update();

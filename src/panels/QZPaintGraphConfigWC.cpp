@@ -122,7 +122,7 @@ QZPaintGraphConfigWC::QZPaintGraphConfigWC(const QString& interfaceFile) : windo
     loadOutlets(interfaceFile);
     windowDidLoad();
     styleObservation_ = QZNotificationCenter::defaultCenter().observe(
-        QStringLiteral("QZUIOverallStyleDidChangeNotification"), [this](const QZNotification&) { applyTheme(); });
+        QZUIOverallStyleDidChangeNotification, [this](const QZNotification&) { applyTheme(); });
 }
 
 QZPaintGraphConfigWC::~QZPaintGraphConfigWC()

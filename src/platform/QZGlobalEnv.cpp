@@ -42,9 +42,9 @@ void QZGlobalEnv::setLoginUser(const QString& user)
     if (user == loginUser_) {
         return;
     }
-    QZNotificationCenter::defaultCenter().post(QStringLiteral("QZLoginUserWillChangeNotification"));
+    QZNotificationCenter::defaultCenter().post(QZLoginUserWillChangeNotification);
     loginUser_ = user;
-    QZNotificationCenter::defaultCenter().post(QStringLiteral("QZUserNameChangedNotification"));
+    QZNotificationCenter::defaultCenter().post(QZUserNameChangedNotification);
 }
 
 bool QZGlobalEnv::setTheme(const QString& name)
@@ -57,7 +57,7 @@ bool QZGlobalEnv::setThemeFile(const QString& jsonPath)
     if (!loadTheme(jsonPath)) {
         return false;
     }
-    QZNotificationCenter::defaultCenter().post(QStringLiteral("QZUIOverallStyleDidChangeNotification"));
+    QZNotificationCenter::defaultCenter().post(QZUIOverallStyleDidChangeNotification);
     return true;
 }
 

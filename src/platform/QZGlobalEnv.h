@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/QZHostNotifications.h"
 #include "platform/QZPaletteLoad.h"
 
 #include <QHash>

@@ -1,6 +1,7 @@
 #include "surface/QZPaintManagerView.h"
 
 #include "model/QZPlaneGeometry.h"
+#include "platform/QZHostNotifications.h"
 #include "surface/QZPaintLayer.h"
 #include "surface/QZPaintOverlay.h"
 #include "surface/QZPaintSplitView.h"
@@ -32,13 +33,13 @@ void QZPaintManagerView::configView()
                      static_cast<double>(width()), static_cast<double>(height())});
 
     QZNotificationCenter& center = QZNotificationCenter::defaultCenter();
-    observations_ = {center.observe(QStringLiteral("QZUIOverallStyleDidChangeNotification"),
+    observations_ = {center.observe(QZUIOverallStyleDidChangeNotification,
                                     [this](const QZNotification&) { appSkinStyleHasChanged(); }),
-                     center.observe(QStringLiteral("QZLoginUserWillChangeNotification"),
+                     center.observe(QZLoginUserWillChangeNotification,
                                     [this](const QZNotification&) { loginUserWillChange(); }),
-                     center.observe(QStringLiteral("QZUserNameChangedNotification"),
+                     center.observe(QZUserNameChangedNotification,
                                     [this](const QZNotification&) { loginUserDidChange(); }),
-                     center.observe(QStringLiteral("QZApplicationShouldTerminate"),
+                     center.observe(QZApplicationShouldTerminate,
                                     [this](const QZNotification&) { qzAppWillTerminate(); })};
 }
 

@@ -1,4 +1,5 @@
 #include "support/Spies.h"
+#include "platform/QZHostNotifications.h"
 #include "support/widgets/Gesture.h"
 #include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintManagerView.h"
@@ -10,7 +11,7 @@ TEST(ManagerView, RedrawsOnAThemeUntilItIsTakenOut)
 {
     TestPane pane({.panes = 2});
     const auto layer = pane.view(1).paintLayer();
-    const auto style = QStringLiteral("QZUIOverallStyleDidChangeNotification");
+    const auto style = QZUIOverallStyleDidChangeNotification;
     pane.paint();
     QZNotificationCenter::defaultCenter().post(style);
     EXPECT_TRUE(layer->needsDisplay());
