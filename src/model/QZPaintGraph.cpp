@@ -72,6 +72,29 @@ int QZPaintGraph::placedPointCount() const
     return editing_ ? currentPoint_.value_or(-1) + 1 : maxPointCount();
 }
 
+std::span<const QZPoint> QZPaintGraph::placedPoints() const
+{
+    return std::span(points_).first(static_cast<std::size_t>(placedPointCount()));
+}
+
+const QZPaintChart* QZPaintGraph::chart() const
+{
+    const auto owner = layer();
+    return owner ? owner->chart() : nullptr;
+}
+
+double QZPaintGraph::priceAt(QZPoint point) const
+{
+    const QZPaintChart* host = chart();
+    const auto axis = host == nullptr ? std::nullopt : host->convertFromPoint(point);
+    return axis ? axis->price : 0.0;
+}
+
+QFont QZPaintGraph::captionFont() const
+{
+    return systemFont(static_cast<double>(lineWidth_) + 10.0);
+}
+
 QZRect QZPaintGraph::frame() const
 {
     const auto owner = layer();
@@ -80,8 +103,8 @@ QZRect QZPaintGraph::frame() const
 
 QZRect QZPaintGraph::validateRect() const
 {
-    const auto owner = layer();
-    return owner && owner->chart() != nullptr ? owner->chart()->validateRect() : QZRect{};
+    const QZPaintChart* host = chart();
+    return host == nullptr ? QZRect{} : host->validateRect();
 }
 
 void QZPaintGraph::requestDisplay() const
@@ -92,12 +115,10 @@ void QZPaintGraph::requestDisplay() const
 
 std::vector<QZPaintLogicAxis> QZPaintGraph::convertToLogicAxises() const
 {
-    const auto owner = layer();
-    const QZPaintChart* chart = owner ? owner->chart() : nullptr;
+    const QZPaintChart* host = chart();
     std::vector<QZPaintLogicAxis> axises;
-    const auto placed = points_.begin() + placedPointCount();
-    std::transform(points_.begin(), placed, std::back_inserter(axises), [chart](QZPoint point) {
-        auto axis = chart == nullptr ? std::nullopt : chart->convertFromPoint(point);
+    std::ranges::transform(placedPoints(), std::back_inserter(axises), [host](QZPoint point) {
+        auto axis = host == nullptr ? std::nullopt : host->convertFromPoint(point);
         if (axis)
             axis->orginalPoint = point;
         return axis.value_or(QZPaintLogicAxis{});
@@ -109,16 +130,15 @@ void QZPaintGraph::convertToKeyPoint()
 {
     if (isContainsInvalidLogicPoint())
         return;
-    const auto owner = layer();
-    const QZPaintChart* chart = owner ? owner->chart() : nullptr;
-    if (chart == nullptr)
+    const QZPaintChart* host = chart();
+    if (host == nullptr)
         return;
     // A stored figure may carry more or fewer chart points than it has key points.
     const std::size_t count = std::min(points_.size(), logicAxises_.size());
     for (std::size_t i = 0; i < count; ++i)
-        points_[i] = chart->convertFromLogicAxis(logicAxises_[i]);
+        points_[i] = host->convertFromLogicAxis(logicAxises_[i]);
     if (points_.size() == 2) {
-        const auto range = chart->infomationForRetangle(points_[0], points_[1], 0);
+        const auto range = host->infomationForRetangle(points_[0], points_[1], 0);
         deltaCount_ = range ? range->count : 0;
     }
 }
@@ -210,6 +230,13 @@ void QZPaintGraph::setFillColor(const QColor& color)
         return;
     fillColor_ = color;
     requestDisplay();
+}
+
+void QZPaintGraph::tintFillColor()
+{
+    constexpr float tintOpacity = 0.2F;
+    fillColor_ = strokeColor_;
+    fillColor_.setAlphaF(tintOpacity);
 }
 
 void QZPaintGraph::setText(const QString& text)

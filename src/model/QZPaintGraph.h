@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 class QZPaintChart;
@@ -42,9 +43,14 @@ public:
 
     [[nodiscard]] virtual std::int64_t type() const { return type_; }
     [[nodiscard]] virtual int maxPointCount() const { return static_cast<int>(points_.size()); }
-    /// Which controls the configuration strip offers: 1 text, 2 stroke colour, 4 fill colour, 8 line type, 16 line
-    /// width, 32 lock, 64 delete.
-    [[nodiscard]] virtual unsigned editingConfigs() const { return 26; }
+    /// Which controls the configuration strip offers: bits of QZGraphConfig.
+    [[nodiscard]] virtual unsigned editingConfigs() const { return QZGraphConfig::line; }
+    /// Whether saving a pane writes the figure.
+    [[nodiscard]] virtual bool isStored() const { return true; }
+    /// Whether the configuration strip shows while this is the current figure.
+    [[nodiscard]] virtual bool showsConfigStrip() const { return true; }
+    /// Whether the figure belongs to the host, which is told that its user wants it gone instead of losing it.
+    [[nodiscard]] virtual bool isClosedByHost() const { return false; }
 
     // Drawing, see QZPaintGraphDrawing.cpp.
 
@@ -152,6 +158,10 @@ public:
 protected:
     /// Strokes the figure alone, in a saved state with the figure's style set.
     virtual void drawFigure(QZGraphicsContext& context);
+    /// Sets the style that drawFigure() begins with.
+    virtual void applyStyle(QZGraphicsContext& context) const { setDefaultConfig(context); }
+    /// Stores the stroke colour at an opacity of 0.2 as the fill colour, for tools that tint what they span.
+    void tintFillColor();
     /// Handles and the placing picture: what every drawing ends with.
     void drawKeyPoints(QZGraphicsContext& context) const;
 
@@ -159,6 +169,10 @@ protected:
     virtual void partDragged(int index);
     /// After a step of a drag of the whole figure, by `shift` px in x.
     virtual void generalDragged(double shift);
+
+    /// Makes key point `handle` the one that follows the mouse. True when a key point is, or stays, under control of
+    /// the mouse: always in creation; a drag under way keeps the point that it holds.
+    bool takeHoldOf(std::optional<int> handle);
 
     /// Whether the magnet moves this figure's points.
     [[nodiscard]] virtual bool snapsToMagnet() const { return true; }
@@ -170,17 +184,26 @@ protected:
     [[nodiscard]] bool isPlacingFirstPoint() const { return editing_ && currentPoint_ == 0; }
     /// Entries of `points` that hold placed points, the one under the mouse included.
     [[nodiscard]] int placedPointCount() const;
+    [[nodiscard]] std::span<const QZPoint> placedPoints() const;
+    /// Whether the last point is being placed or all are: what hangs on it can be drawn.
+    [[nodiscard]] bool hasLastPoint() const { return !editing_ || currentPoint_ == maxPointCount() - 1; }
+    /// The chart under the layer, null when the figure has no layer or the layer no chart. For use at once.
+    [[nodiscard]] const QZPaintChart* chart() const;
+    /// Price at the height of `point`, 0 where the chart has none.
+    [[nodiscard]] double priceAt(QZPoint point) const;
+    /// Font of most captions: the system's, 10 px larger than the line is wide.
+    [[nodiscard]] QFont captionFont() const;
     /// The layer's rectangle (px), all zero without a layer.
     [[nodiscard]] QZRect frame() const;
     /// The chart's rectangle for figures (px), all zero without a chart.
     [[nodiscard]] QZRect validateRect() const;
     void requestDisplay() const;
+    void setLayerCursor(QZCursor cursor) const;
 
 private:
-    [[nodiscard]] QZPoint magnetized(const QZPaintChart* chart, QZPoint point) const;
-    void dragKeyPoint(const QZPaintChart* chart, QZPoint point);
-    void dragGraph(const QZPaintChart* chart, QZPoint point);
-    void setLayerCursor(QZCursor cursor) const;
+    [[nodiscard]] QZPoint magnetized(QZPoint point) const;
+    void dragKeyPoint(QZPoint point);
+    void dragGraph(QZPoint point);
 
     std::int64_t type_;
     std::vector<QZPoint> points_;

@@ -23,7 +23,7 @@ void QZPaintGraph::drawInContext(QZGraphicsContext& context)
         if (isContainsInvalidPoint())
             return;
         context.saveState();
-        setDefaultConfig(context);
+        applyStyle(context);
         drawFigure(context);
         context.restoreState();
     }

@@ -9,11 +9,6 @@ namespace {
 
 constexpr double handleSide = 6.0;
 
-const QZPaintChart* chartOf(const std::shared_ptr<QZPaintGraphOwner>& owner)
-{
-    return owner ? owner->chart() : nullptr;
-}
-
 bool isOnHandle(QZPoint handle, QZPoint point)
 {
     return squareAround(handle, handleSide).contains(point);
@@ -76,21 +71,20 @@ void QZPaintGraph::setLayerCursor(QZCursor cursor) const
         owner->setCursor(cursor);
 }
 
-QZPoint QZPaintGraph::magnetized(const QZPaintChart* chart, QZPoint point) const
+QZPoint QZPaintGraph::magnetized(QZPoint point) const
 {
-    if (chart == nullptr || !snapsToMagnet() || !QZPaintDefaults::current().isMagnet())
+    const QZPaintChart* host = chart();
+    if (host == nullptr || !snapsToMagnet() || !QZPaintDefaults::current().isMagnet())
         return point;
-    return chart->convertPointForMagnet(point, 0);
+    return host->convertPointForMagnet(point, 0);
 }
 
 void QZPaintGraph::mouseDown(QZPoint point)
 {
     if (!needsDisplay_ || !editing_ || !currentPoint_)
         return;
-    const auto owner = layer();
-    const QZPaintChart* chart = chartOf(owner);
-    if (chart != nullptr)
-        point = magnetized(chart, chart->convertToPrecisionPoint(point));
+    if (const QZPaintChart* host = chart())
+        point = magnetized(host->convertToPrecisionPoint(point));
     setPoint(*currentPoint_, point);
     if (*currentPoint_ != maxPointCount() - 1) {
         setLogicAxises(convertToLogicAxises());
@@ -109,8 +103,7 @@ void QZPaintGraph::mouseMoved(QZPoint point)
     if (!needsDisplay_)
         return;
     if (currentPoint_) {
-        const auto owner = layer();
-        point = magnetized(chartOf(owner), point);
+        point = magnetized(point);
         if (!isGraphDragging_)
             setPoint(*currentPoint_, point);
     }
@@ -118,17 +111,24 @@ void QZPaintGraph::mouseMoved(QZPoint point)
         requestDisplay();
 }
 
-bool QZPaintGraph::selectKeyPointNearPoint(QZPoint point)
+bool QZPaintGraph::takeHoldOf(std::optional<int> handle)
 {
     if (editing_)
         return true;
-    if (isKeyPointDragging_)
+    if (isKeyPointDragging_ || !handle)
         return false;
+    currentPoint_ = handle;
+    return true;
+}
+
+bool QZPaintGraph::selectKeyPointNearPoint(QZPoint point)
+{
     const auto handle = std::ranges::find_if(points_, [point](QZPoint p) { return isOnHandle(p, point); });
-    if (handle == points_.end())
+    const bool isOnOne = handle != points_.end();
+    if (!takeHoldOf(isOnOne ? std::optional(static_cast<int>(handle - points_.begin())) : std::nullopt))
         return false;
-    currentPoint_ = static_cast<int>(handle - points_.begin());
-    setLayerCursor(QZCursor::Crosshair);
+    if (!editing_)
+        setLayerCursor(QZCursor::Crosshair);
     return true;
 }
 
@@ -136,30 +136,28 @@ void QZPaintGraph::mouseDragged(QZPoint point)
 {
     if (!needsDisplay_)
         return;
-    const auto owner = layer();
-    const QZPaintChart* chart = chartOf(owner);
     const bool holdsKeyPoint = selectKeyPointNearPoint(point) || (isSelected() && currentPoint_);
     if (holdsKeyPoint && !isGraphDragging_)
-        dragKeyPoint(chart, point);
+        dragKeyPoint(point);
     else if (isSelected() && !editing_ && !isKeyPointDragging_)
-        dragGraph(chart, point);
+        dragGraph(point);
     if (isSelected())
         requestDisplay();
 }
 
 // A key point may leave the chart's rectangle: what a point out there means is the host's to say.
-void QZPaintGraph::dragKeyPoint(const QZPaintChart* chart, QZPoint point)
+void QZPaintGraph::dragKeyPoint(QZPoint point)
 {
     isKeyPointDragging_ = true;
     if (!currentPoint_)
         return;
-    setPoint(*currentPoint_, magnetized(chart, point));
+    setPoint(*currentPoint_, magnetized(point));
     if (!editing_)
         setLogicAxises(convertToLogicAxises());
     partDragged(*currentPoint_);
 }
 
-void QZPaintGraph::dragGraph(const QZPaintChart* chart, QZPoint point)
+void QZPaintGraph::dragGraph(QZPoint point)
 {
     isGraphDragging_ = true;
     setLayerCursor(QZCursor::ClosedHand);
@@ -167,7 +165,7 @@ void QZPaintGraph::dragGraph(const QZPaintChart* chart, QZPoint point)
     // Of several leftmost or rightmost points the first counts.
     const QZPoint left = *std::ranges::min_element(points_, byX);
     const QZPoint right = *std::ranges::max_element(points_, byX);
-    const auto [shift, newStartX] = horizontalShift(chart, left, right, point.x - dragStartPoint_.x, point.x);
+    const auto [shift, newStartX] = horizontalShift(chart(), left, right, point.x - dragStartPoint_.x, point.x);
     const double dy = point.y - dragStartPoint_.y;
     for (QZPoint& each : points_) {
         each.x += shift;

@@ -23,6 +23,8 @@ public:
     /// Takes `graph` out of the finished figures, if it is one of them.
     virtual void removeGraph(const QZPaintGraph& graph) = 0;
     virtual void setCursor(QZCursor cursor) = 0;
+    /// Opens the panel in which the text of `graph` is edited, where there is one.
+    virtual void orderFrontPaintTextConfigWindow(QZPaintGraph& /*graph*/) {}
     /// The chart under the layer, null once its view is gone.
     [[nodiscard]] virtual const QZPaintChart* chart() const = 0;
     /// For the log.

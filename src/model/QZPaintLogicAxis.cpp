@@ -1,5 +1,7 @@
 #include "model/QZPaintLogicAxis.h"
 
+#include "platform/QZNumberText.h"
+
 #include <limits>
 
 namespace {
@@ -29,5 +31,5 @@ QZPaintLogicAxis QZPaintLogicAxis::initWithCoder(const QCborMap& coder)
 
 QString QZPaintLogicAxis::description() const
 {
-    return QString::asprintf("date = %d, time = %d, price = %.3f", date, time, price);
+    return QStringLiteral("date = %1, time = %2, price = %3").arg(date).arg(time).arg(fixedText(price, 3));
 }

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <utility>
 
 namespace {
 
@@ -87,9 +89,22 @@ QZPoint getPointFromLineViaY(double y, QZPoint a, QZPoint b)
     return {-((b.x - a.x) * y + (b.y * a.x - a.y * b.x)) / (a.y - b.y), y};
 }
 
-std::int32_t fibonacci(std::int32_t n) // NOLINT(misc-no-recursion)
+std::int32_t truncatedToInt(double value)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    if (std::isnan(value))
+        return 0;
+    return static_cast<std::int32_t>(
+        std::clamp(value, static_cast<double>(Limits::min()), static_cast<double>(Limits::max())));
+}
+
+std::int32_t fibonacci(std::int32_t n)
 {
     if (n < 1)
         return -1;
-    return n <= 2 ? 1 : fibonacci(n - 1) + fibonacci(n - 2);
+    std::int32_t last = 0;
+    std::int32_t value = 1;
+    for (std::int32_t i = 1; i < std::min(n, maxFibonacciIndex); ++i)
+        last = std::exchange(value, value + last);
+    return value;
 }

@@ -26,5 +26,10 @@ QZPoint getPointFromLine(double x, QZPoint a, QZPoint b);
 /// The point of the line through `a` and `b` at `y`; missingPoint for a horizontal line, coincident points included.
 QZPoint getPointFromLineViaY(double y, QZPoint a, QZPoint b);
 
-/// The n-th Fibonacci number (1, 1, 2, 3, 5, ...); -1 for n below 1. `n` is small, at most 46.
+/// The whole part; the nearest 32-bit integer where it has none, 0 for not-a-number.
+std::int32_t truncatedToInt(double value);
+
+/// Most that fibonacci() can be asked for: the next number is none of 32 bits.
+inline constexpr std::int32_t maxFibonacciIndex = 46;
+/// The n-th Fibonacci number (1, 1, 2, 3, 5, ...); -1 for n below 1. `n` is at most maxFibonacciIndex.
 std::int32_t fibonacci(std::int32_t n);

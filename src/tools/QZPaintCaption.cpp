@@ -1,11 +1,17 @@
 #include "tools/QZPaintCaption.h"
 
 #include "platform/QZGetFixData.h"
+#include "platform/QZNumberText.h"
 
 QString priceCaption(double price, int decimals)
 {
     constexpr double compactFrom = 1000000.0;
     if (price > compactFrom || price < -compactFrom)
         return QZGetFixData(price, 0);
-    return QString::asprintf("%.*f", decimals, price);
+    return fixedText(price, decimals);
+}
+
+QString percentCaption(double percent, int decimals)
+{
+    return fixedText(percent, decimals) + u'%';
 }

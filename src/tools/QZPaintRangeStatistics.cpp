@@ -1,21 +1,18 @@
 #include "tools/QZPaintRangeStatistics.h"
 
-#include "model/QZPaintGraphOwner.h"
 #include "platform/QZGlobalEnv.h"
+#include "tools/QZPaintPickByX.h"
 
 #include <array>
 #include <cmath>
+
+using namespace QZRangeStatistics;
 
 namespace {
 
 constexpr double closeButtonSide = 10.0;
 constexpr double closeButtonInset = 3.0;
 constexpr double knobSide = 9.0;
-
-constexpr unsigned timeTypeDragged = 4;
-constexpr unsigned timeTypeClosed = 5;
-constexpr unsigned dragTypeToLeft = 2;
-constexpr unsigned dragTypeToRight = 3;
 
 void post(QZNotificationObject& band, const QVariantMap& userInfo)
 {
@@ -34,7 +31,7 @@ const std::shared_ptr<QZPaintRangeStatistics>& QZPaintRangeStatistics::sharedGra
 QZPaintRangeStatistics::QZPaintRangeStatistics()
     : QZPaintGraph(QZSTToolRangeStatistics),
       styleObservation_(QZNotificationCenter::defaultCenter().observe(
-          QStringLiteral("QZUIOverallStyleDidChangeNotification"),
+          QZUIOverallStyleDidChangeNotification,
           [this](const QZNotification&) { handleQZUIOverallStyleDidChangeNotification(); }))
 {
     setEditing(false);
@@ -73,31 +70,17 @@ QZRect QZPaintRangeStatistics::closeButtonRect() const
     return {band.maxX() - fromCorner, band.maxY() - fromCorner, closeButtonSide, closeButtonSide};
 }
 
-std::optional<int> QZPaintRangeStatistics::edgeNear(QZPoint point) const
-{
-    for (int i = 0; i < maxPointCount(); ++i)
-        if (std::abs(points()[static_cast<std::size_t>(i)].x - point.x) < maxMinDistance)
-            return i;
-    return std::nullopt;
-}
-
 bool QZPaintRangeStatistics::selectKeyPointNearPoint(QZPoint point)
 {
-    if (isEditing())
-        return true;
-    const auto edge = edgeNear(point);
-    if (edge)
-        setCurrentPoint(edge);
-    return edge.has_value();
+    return takeHoldOf(pointNearX(points(), point.x));
 }
 
 bool QZPaintRangeStatistics::isNearKeyPoint(QZPoint point)
 {
-    if (!edgeNear(point))
+    if (!pointNearX(points(), point.x))
         return false;
     const bool isClosed = std::abs(points()[0].x - points()[1].x) < 1.0;
-    if (const auto owner = layer())
-        owner->setCursor(isClosed ? QZCursor::ResizeLeft : QZCursor::ResizeLeftRight);
+    setLayerCursor(isClosed ? QZCursor::ResizeLeft : QZCursor::ResizeLeftRight);
     return true;
 }
 
@@ -117,14 +100,14 @@ double QZPaintRangeStatistics::minDistanceFromPoint(QZPoint point)
 void QZPaintRangeStatistics::mouseDown(QZPoint point)
 {
     if (closeButtonRect().contains(point))
-        post(*this, {{QStringLiteral("timeType"), timeTypeClosed}});
+        post(*this, {{timeTypeKey, timeTypeClosed}});
     else
         QZPaintGraph::mouseDown(point);
 }
 
 void QZPaintRangeStatistics::partDragged(int index)
 {
-    postDragged(index == 0 ? 0U : 1U);
+    postDragged(index == 0 ? dragTypeFirstPoint : dragTypeSecondPoint);
 }
 
 void QZPaintRangeStatistics::generalDragged(double shift)
@@ -134,15 +117,15 @@ void QZPaintRangeStatistics::generalDragged(double shift)
 
 void QZPaintRangeStatistics::postDragged(unsigned dragType)
 {
-    post(*this, {{QStringLiteral("timeType"), timeTypeDragged},
-                 {QStringLiteral("x1"), getLeftPoint().x},
-                 {QStringLiteral("x2"), getRightPoint().x},
-                 {QStringLiteral("dragType"), dragType}});
+    post(*this, {{timeTypeKey, timeTypeDragged},
+                 {x1Key, getLeftPoint().x},
+                 {x2Key, getRightPoint().x},
+                 {dragTypeKey, dragType}});
 }
 
 void QZPaintRangeStatistics::drawInContext(QZGraphicsContext& context)
 {
-    if (isHidden())
+    if (isHidden() || !layer())
         return;
     reloadKeyPoints();
     const QZRect band = bounds();

@@ -5,15 +5,17 @@
 /// The band over a range of bars whose statistics the host shows. There is one in the process; the host shows it in a
 /// pane, it reports every change of its edges, and the host answers by placing it anew on its bars.
 ///
-/// Reports are the notification QZRangeStatisticsTimeChangedNotification with the band as its object and "timeType" 4
-/// (dragged; "x1" and "x2" are the edges in px, "dragType" 0 or 1 for a key point, 2 to the left and 3 to the right for
-/// the whole band) or 5 (the close button was clicked; closing is the host's to do).
+/// Reports are the notification QZRangeStatisticsTimeChangedNotification with the band as its object: a drag of an edge
+/// or of the whole band, or a click on the close button; closing is then the host's to do.
 class QZPaintRangeStatistics : public QZPaintGraph {
 public:
     /// The one band, created on first use and never released.
     static const std::shared_ptr<QZPaintRangeStatistics>& sharedGraph();
 
     [[nodiscard]] unsigned editingConfigs() const override { return 0; }
+    [[nodiscard]] bool isStored() const override { return false; }
+    [[nodiscard]] bool showsConfigStrip() const override { return false; }
+    [[nodiscard]] bool isClosedByHost() const override { return true; }
     /// Hiding all figures does not hide the band.
     [[nodiscard]] bool isHidden() const override { return false; }
 
@@ -45,7 +47,6 @@ protected:
 private:
     QZPaintRangeStatistics();
 
-    [[nodiscard]] std::optional<int> edgeNear(QZPoint point) const;
     void postDragged(unsigned dragType);
 
     QZObservation styleObservation_;

@@ -1,9 +1,6 @@
 #include "tools/QZPaintStraightLines.h"
 
-#include "model/QZPaintChart.h"
-#include "model/QZPaintGraphOwner.h"
 #include "model/QZPlaneGeometry.h"
-#include "platform/QZFont.h"
 #include "tools/QZPaintCaption.h"
 
 #include <algorithm>
@@ -149,11 +146,7 @@ void QZPaintToolPriceLine::drawFigure(QZGraphicsContext& context)
     const QZPoint p0 = points()[0];
     context.strokeSegment(linePoints());
 
-    const auto owner = layer();
-    const QZPaintChart* chart = owner ? owner->chart() : nullptr;
-    const auto axis = chart == nullptr ? std::nullopt : chart->convertFromPoint(p0);
-    const double price = axis ? axis->price : 0.0;
     const auto width = static_cast<double>(lineWidth());
     const double x = std::max(validateRect().minX(), p0.x) + width;
-    drawTextInContext(context, priceCaption(price, 3), systemFont(width + 10.0), {x, p0.y + width});
+    drawTextInContext(context, priceCaption(priceAt(p0), 3), captionFont(), {x, p0.y + width});
 }

@@ -1,7 +1,9 @@
 #include "model/QZDrawingTypes.h"
+#include "model/QZPaintLogicAxis.h"
 #include "model/QZPlaneGeometry.h"
 
 #include <array>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <utility>
 
@@ -28,6 +30,17 @@ TEST(DrawingTypes, NamesAndValues)
     EXPECT_TRUE(strQZPaintCycle(0).isNull());
     EXPECT_TRUE(strQZPaintCycle(22).isNull());
     EXPECT_EQ(enumZPaintCycle(QStringLiteral("QZPCCandlestickCycleMin3")), 1U);
+}
+
+TEST(LogicAxis, ArchiveAndDescription)
+{
+    const QZPaintLogicAxis axis{20240102, 93000, 10.0625, {5, 6}};
+    const QZPaintLogicAxis restored = QZPaintLogicAxis::initWithCoder(axis.encodeWithCoder());
+    EXPECT_EQ(restored.description(), QStringLiteral("date = 20240102, time = 93000, price = 10.062")) << "tie to even";
+    EXPECT_EQ(restored.price, 10.0625);
+    EXPECT_EQ(restored.orginalPoint, QZPoint{});
+    EXPECT_EQ(axis.encodeWithCoder()[QStringLiteral("time")].toInteger(), 93000);
+    EXPECT_EQ((QZPaintLogicAxis{0, 0, -0.0625}.description()), QStringLiteral("date = 0, time = 0, price = -0.062"));
 }
 
 TEST(PlaneGeometry, DistancesAndPointsOfALine)
@@ -58,6 +71,12 @@ TEST(PlaneGeometry, DistancesAndPointsOfALine)
         {"at y, hardly sloped", getPointFromLineViaY(1, {0, 0}, {1, 0.00002}).x, 50000},
         {"fibonacci of 0", static_cast<double>(fibonacci(0)), -1},
         {"fibonacci of 10", static_cast<double>(fibonacci(10)), 55},
+        {"fibonacci of 46", static_cast<double>(fibonacci(46)), 1836311903},
+        {"fibonacci beyond 32 bits", static_cast<double>(fibonacci(47)), 1836311903},
+        {"truncated towards zero", static_cast<double>(truncatedToInt(-7.9)), -7},
+        {"truncated beyond 32 bits", static_cast<double>(truncatedToInt(3.4e38)), 2147483647},
+        {"truncated below 32 bits", static_cast<double>(truncatedToInt(-3.4e38)), -2147483648.0},
+        {"truncated not-a-number", static_cast<double>(truncatedToInt(std::nan(""))), 0},
     };
     for (const Row& row : rows)
         EXPECT_DOUBLE_EQ(row.actual, row.expected) << row.name;

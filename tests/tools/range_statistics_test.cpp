@@ -7,6 +7,8 @@
 
 namespace {
 
+using QZRangeStatistics::dragTypeKey;
+
 /// The band from bar 10 (x = 100) to bar 20 (x = 200), selected, over a chart rectangle of height 200.
 class RangeStatistics : public ::testing::Test {
 protected:
@@ -49,6 +51,14 @@ TEST_F(RangeStatistics, DrawsItselfEvenWhenHidden)
                                         "segment 188,198-196,206 w2 #ffffff", "segment 188,206-196,198 w2 #ffffff"}));
 }
 
+TEST_F(RangeStatistics, WithoutALayerThereIsNothingToDraw)
+{
+    band->setLayer(nullptr);
+    RecordingContext context;
+    band->drawInContext(context);
+    EXPECT_EQ(context.lines, std::vector<std::string>{});
+}
+
 TEST_F(RangeStatistics, HitsAndCursors)
 {
     const std::vector<std::pair<QZPoint, double>> distances{
@@ -74,6 +84,9 @@ TEST_F(RangeStatistics, ReportsDragsAndItsCloseButton)
                            {QStringLiteral("dragType"), type}};
     };
     const QVariantMap closed{{QStringLiteral("timeType"), 5U}};
+    std::vector<QZPoint> pixelByPixel;
+    for (double x = 200; x >= 60; --x)
+        pixelByPixel.push_back({x, 50});
     struct Row {
         const char* name;
         QZPoint down;
@@ -83,6 +96,7 @@ TEST_F(RangeStatistics, ReportsDragsAndItsCloseButton)
     const std::vector<Row> rows{
         {"first edge", {100, 50}, {{100, 50}, {120, 50}}, dragged(120, 200, 0)},
         {"second edge past the first", {200, 50}, {{200, 50}, {60, 50}}, dragged(60, 100, 1)},
+        {"second edge over the first, pixel by pixel", {200, 50}, pixelByPixel, dragged(60, 100, 1)},
         {"band to the left", {150, 50}, {{130, 60}}, dragged(80, 180, 2)},
         {"band to the right", {150, 50}, {{170, 50}}, dragged(120, 220, 3)},
         {"close button", {190, 200}, {}, closed},
@@ -97,6 +111,8 @@ TEST_F(RangeStatistics, ReportsDragsAndItsCloseButton)
             band->mouseDragged(point);
         band->mouseUp({});
         ASSERT_EQ(spy.posts.size(), std::max<std::size_t>(1, row.drag.size()));
+        for (const auto& post : spy.posts)
+            EXPECT_EQ(post.userInfo.value(dragTypeKey), row.report.value(dragTypeKey)) << "the same point all the way";
         EXPECT_EQ(spy.posts.back().userInfo, row.report);
         EXPECT_EQ(spy.posts.back().object, band.get());
     }

@@ -1,34 +1,13 @@
-#include "support/RecordingContext.h"
-#include "support/TestOwner.h"
+#include "support/ToolDrawing.h"
 #include "tools/QZPaintStraightLines.h"
-#include "tools/QZPaintToolTable.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using Lines = std::vector<std::string>;
-
-class StraightLines : public ::testing::Test {
+class StraightLines : public ToolDrawing {
 protected:
     StraightLines() { owner->layerFrame = {0, 20, 100, 100}; }
-
-    std::shared_ptr<QZPaintGraph> tool(QZShapeType type, const std::vector<QZPoint>& points, std::uint64_t width = 1)
-    {
-        auto graph = placed(createPaintTool(type), owner, points);
-        graph->setStrokeColor(QColor(1, 2, 3));
-        graph->setLineWidth(width);
-        return graph;
-    }
-
-    static Lines drawn(QZPaintGraph& graph)
-    {
-        RecordingContext context;
-        graph.drawInContext(context);
-        return context.lines;
-    }
-
-    std::shared_ptr<TestOwner> owner = std::make_shared<TestOwner>();
 };
 
 } // namespace

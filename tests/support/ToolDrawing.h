@@ -1,0 +1,42 @@
+#pragma once
+
+#include "support/RecordingContext.h"
+#include "support/TestOwner.h"
+#include "tools/QZPaintToolTable.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Figures of the tool table on a layer of 400 x 300 px over a TestChart, in the colour #010203, and what they draw.
+class ToolDrawing : public ::testing::Test {
+protected:
+    using Lines = std::vector<std::string>;
+    using Points = std::vector<QZPoint>;
+
+    /// A figure of `type`, clicked through `points`, all of its points or the first few.
+    std::shared_ptr<QZPaintGraph> tool(QZShapeType type, const Points& points, std::uint64_t width = 1)
+    {
+        auto graph = placed(createPaintTool(type), owner, points);
+        graph->setStrokeColor(QColor(1, 2, 3));
+        graph->setLineWidth(width);
+        return graph;
+    }
+
+    /// What is drawn, line by line, without the handles.
+    static Lines drawn(QZPaintGraph& graph)
+    {
+        RecordingContext context;
+        graph.drawInContext(context);
+        EXPECT_TRUE(context.isBalanced());
+        Lines lines;
+        for (const std::string& line : context.lines)
+            if (!line.starts_with("clear ") && !line.ends_with(" w2 #1d3fbb"))
+                lines.push_back(line);
+        return lines;
+    }
+
+    std::shared_ptr<TestOwner> owner = std::make_shared<TestOwner>();
+    TestChart& chart = owner->testChart;
+};
