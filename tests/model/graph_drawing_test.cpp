@@ -3,6 +3,7 @@
 #include "support/TestOwner.h"
 
 #include <array>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
@@ -116,6 +117,37 @@ TEST_F(GraphDrawing, DashesAndJoins)
         context.strokeSegment({{0, 0}, {1, 0}});
         EXPECT_EQ(context.lines, Lines{std::string("segment 0,0-1,0") + row.pen});
     }
+}
+
+TEST_F(GraphDrawing, EveryChangeOfStyleAsksForOneRedraw)
+{
+    struct Row {
+        const char* name;
+        std::function<void(QZPaintGraph&)> change;
+    };
+    const std::vector<Row> rows{
+        {"line type", [](QZPaintGraph& graph) { graph.setLineType(2); }},
+        {"line width", [](QZPaintGraph& graph) { graph.setLineWidth(3); }},
+        {"stroke colour", [](QZPaintGraph& graph) { graph.setStrokeColor(Qt::red); }},
+        {"fill colour", [](QZPaintGraph& graph) { graph.setFillColor(Qt::green); }},
+        {"text", [](QZPaintGraph& graph) { graph.setText(QStringLiteral("note")); }},
+        {"selection", [](QZPaintGraph& graph) { graph.setSelected(true); }},
+        {"creation", [](QZPaintGraph& graph) { graph.setEditing(true); }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto graph = finished();
+        owner->displays = 0;
+        row.change(*graph);
+        EXPECT_EQ(owner->displays, 1);
+        row.change(*graph);
+        EXPECT_EQ(owner->displays, 1) << "nothing new";
+    }
+    const auto graph = finished();
+    graph->setSelected(true);
+    EXPECT_TRUE(graph->needsDisplay());
+    graph->setSelected(false);
+    EXPECT_FALSE(graph->needsDisplay()) << "neither selected nor in creation";
 }
 
 TEST_F(GraphDrawing, WhereTheChartHasNothingNoPointIsLeftOut)

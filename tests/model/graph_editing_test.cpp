@@ -50,6 +50,30 @@ TEST_F(GraphEditing, TheMagnetSnapsPlacedAndDraggedPoints)
     EXPECT_EQ(graph->points(), (Points{{100, 77}, {200, 77}}));
     graph->mouseDragged({201, 78});
     EXPECT_EQ(graph->points().at(1), (QZPoint{201, 77}));
+
+    const auto second = placed(std::make_shared<Figure>(), owner, {{100, 100}});
+    const int displays = owner->displays;
+    second->mouseMoved({150, 150});
+    EXPECT_EQ(second->points(), (Points{{100, 77}, {150, 77}})) << "the point under the mouse";
+    EXPECT_EQ(owner->displays, displays + 1);
+}
+
+TEST_F(GraphEditing, PlacesPointsWhereTheChartHasThem)
+{
+    const auto graph = std::make_shared<Figure>(3);
+    placed(graph, owner, {{103, 100}});
+    EXPECT_EQ(graph->points(), (Points{{100, 100}, {100, 100}, {}})) << "on the bar, and so begins the next";
+    EXPECT_EQ(graph->logicAxises().size(), 1U);
+    EXPECT_EQ(graph->currentPoint(), 1);
+    EXPECT_EQ(owner->displays, 1);
+    graph->mouseDown({198, 50});
+    EXPECT_EQ(graph->logicAxises().size(), 2U);
+    graph->mouseDown({252, 60});
+    EXPECT_EQ(graph->points(), (Points{{100, 100}, {200, 50}, {250, 60}}));
+    EXPECT_FALSE(graph->currentPoint());
+    EXPECT_EQ(graph->logicAxises().size(), 3U);
+    graph->mouseDown({10, 10});
+    EXPECT_EQ(graph->points().at(0), (QZPoint{100, 100})) << "finished";
 }
 
 TEST_F(GraphEditing, HandlesAreHalfOpenSquaresAndTheFirstWins)

@@ -16,9 +16,10 @@ public:
     bool activePane = true;
 
     int removals = 0;
+    int displays = 0;
     QZCursor cursor = QZCursor::Arrow;
 
-    void setNeedsDisplay() override {}
+    void setNeedsDisplay() override { ++displays; }
     QZRect frame() const override { return layerFrame; }
     bool isMouseInside() const override { return mouseInside; }
     bool isActivePane() const override { return activePane; }
