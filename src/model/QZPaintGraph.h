@@ -64,6 +64,8 @@ public:
     void setLineDash(QZGraphicsContext& context) const;
     /// Draws one string in the stroke colour; `point` is the lower left corner of its box.
     void drawTextInContext(QZGraphicsContext& context, const QString& text, const QFont& font, QZPoint point) const;
+    /// The same in the font of captions; a null string draws nothing.
+    void drawTextInContext(QZGraphicsContext& context, const QString& stringText, QZPoint point) const;
     void drawKeyPoint(QZPoint point, QZGraphicsContext& context) const;
     static void drawThumbnail(const QImage& image, QZPoint location, QZGraphicsContext& context);
     /// Takes the handles' colour from the theme.

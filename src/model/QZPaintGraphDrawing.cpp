@@ -74,6 +74,12 @@ void QZPaintGraph::drawTextInContext(QZGraphicsContext& context, const QString& 
     context.drawText(text, font, strokeColor_, {point.x, point.y, size.width, size.height + 1.0});
 }
 
+void QZPaintGraph::drawTextInContext(QZGraphicsContext& context, const QString& stringText, QZPoint point) const
+{
+    if (!stringText.isNull())
+        drawTextInContext(context, stringText, captionFont(), point);
+}
+
 void QZPaintGraph::setDefaultConfig(QZGraphicsContext& context) const
 {
     if (lineWidth_ >= 5 && maxPointCount() >= 3) {

@@ -15,3 +15,8 @@ QString percentCaption(double percent, int decimals)
 {
     return fixedText(percent, decimals) + u'%';
 }
+
+QString countCaption(const QString& identify, std::int32_t count)
+{
+    return identify + QStringLiteral(" : ") + QString::number(count);
+}

@@ -1,6 +1,7 @@
 #include "tools/QZPaintToolTable.h"
 
 #include "tools/QZPaintRangeStatistics.h"
+#include "tools/QZPaintRegression.h"
 #include "tools/QZPaintStraightLines.h"
 
 #include <algorithm>
@@ -19,7 +20,10 @@ constexpr std::array tools = std::to_array<QZPaintToolRow>({
     {QZSTRay, create<QZPaintRayLine>},
     {QZSTHorizon, create<QZPaintHorizonLine>},
     {QZSTStraight, create<QZPaintStraightLine>},
+    {QZSTLineRegression, create<QZPaintRegressionLine>},
     {QZSTArrowSegment, create<QZPaintSegmentArrow>},
+    {QZSTRegionRegression, create<QZPaintRegressionRegion>},
+    {QZSTPipeRegression, create<QZPaintRegressionPipe>},
     {QZSTToolPriceLine, create<QZPaintToolPriceLine>},
     {QZSTToolRangeStatistics, []() -> std::shared_ptr<QZPaintGraph> { return QZPaintRangeStatistics::sharedGraph(); }},
 });

@@ -2,17 +2,13 @@
 
 #include <algorithm>
 
-namespace {
-
-std::string number(double value)
+std::string RecordingContext::number(double value)
 {
     QString text = QString::number(value, 'f', 3);
     while (text.contains(u'.') && (text.endsWith(u'0') || text.endsWith(u'.')))
         text.chop(1);
     return text == QLatin1String("-0") ? "0" : text.toStdString();
 }
-
-} // namespace
 
 std::string RecordingContext::at(QZPoint point)
 {

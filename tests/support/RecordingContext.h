@@ -19,6 +19,8 @@ public:
     std::vector<QZRect> textBoxes;
     [[nodiscard]] bool isBalanced() const { return saved_.empty() && !restoredTooOften_; }
     [[nodiscard]] int count(const std::string& operation) const;
+    /// With at most three decimals, as all numbers are written here.
+    static std::string number(double value);
 
     void saveState() override { saved_.push_back(state_); }
     void restoreState() override;

@@ -198,6 +198,8 @@ TEST_P(ToolContract, IsHitWhereItIsDrawn)
         EXPECT_LT(graph->minDistanceFromPoint({box.x + box.width / 2, box.y + box.height / 2}), maxMinDistance);
         return;
     }
+    if (is(NeverEndsCreation))
+        return; // there is no finished figure to take hold of
     EXPECT_GT(drawn, 0U);
     EXPECT_TRUE(missed.empty()) << missed.size() << " of " << drawn << " missed, from "
                                 << ::testing::PrintToString(missed.front()) << " to "
