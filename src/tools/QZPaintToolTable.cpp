@@ -1,5 +1,6 @@
 #include "tools/QZPaintToolTable.h"
 
+#include "tools/QZPaintMeasuring.h"
 #include "tools/QZPaintRangeStatistics.h"
 #include "tools/QZPaintRegression.h"
 #include "tools/QZPaintStraightLines.h"
@@ -22,9 +23,12 @@ constexpr std::array tools = std::to_array<QZPaintToolRow>({
     {QZSTStraight, create<QZPaintStraightLine>},
     {QZSTLineRegression, create<QZPaintRegressionLine>},
     {QZSTArrowSegment, create<QZPaintSegmentArrow>},
+    {QZSTRangeRule, create<QZPaintRangeRule>},
     {QZSTRegionRegression, create<QZPaintRegressionRegion>},
+    {QZSTBoxLine, create<QZPaintBoxLine>},
     {QZSTPipeRegression, create<QZPaintRegressionPipe>},
     {QZSTToolPriceLine, create<QZPaintToolPriceLine>},
+    {QZSTToolRule, create<QZPaintToolRule>},
     {QZSTToolRangeStatistics, []() -> std::shared_ptr<QZPaintGraph> { return QZPaintRangeStatistics::sharedGraph(); }},
 });
 
