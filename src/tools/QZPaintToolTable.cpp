@@ -1,5 +1,6 @@
 #include "tools/QZPaintToolTable.h"
 
+#include "tools/QZPaintMarks.h"
 #include "tools/QZPaintMeasuring.h"
 #include "tools/QZPaintRangeStatistics.h"
 #include "tools/QZPaintRegression.h"
@@ -10,10 +11,29 @@
 
 namespace {
 
+// A desktop's own red and green, legible on white and on black.
+constexpr QColor riseColor(255, 59, 48);
+constexpr QColor dropColor(52, 199, 89);
+
 template <typename Tool>
 std::shared_ptr<QZPaintGraph> create()
 {
     return std::make_shared<Tool>();
+}
+
+std::shared_ptr<QZPaintGraph> createMark(const char16_t* glyph, const QColor& color)
+{
+    auto mark = std::make_shared<QZPaintToolUp>();
+    mark->setString(QString::fromUtf16(glyph));
+    mark->setStrokeColor(color);
+    return mark;
+}
+
+std::shared_ptr<QZPaintGraph> createNote()
+{
+    auto note = std::make_shared<QZPaintToolText>();
+    note->setText(QStringLiteral("新建"));
+    return note;
 }
 
 constexpr std::array tools = std::to_array<QZPaintToolRow>({
@@ -23,6 +43,9 @@ constexpr std::array tools = std::to_array<QZPaintToolRow>({
     {QZSTStraight, create<QZPaintStraightLine>},
     {QZSTLineRegression, create<QZPaintRegressionLine>},
     {QZSTArrowSegment, create<QZPaintSegmentArrow>},
+    {QZSTToolText, createNote},
+    {QZSTToolUp, [] { return createMark(QZPaintToolUp::upGlyph, riseColor); }},
+    {QZSTToolDown, [] { return createMark(QZPaintToolUp::downGlyph, dropColor); }},
     {QZSTRangeRule, create<QZPaintRangeRule>},
     {QZSTRegionRegression, create<QZPaintRegressionRegion>},
     {QZSTBoxLine, create<QZPaintBoxLine>},
