@@ -8,6 +8,7 @@
 #include <QFileInfo>
 
 #include <memory>
+#include <optional>
 #include <plist/plist++.h>
 #include <string>
 
@@ -16,6 +17,9 @@ namespace {
 // A profile file needs one and one more for each profile. libplist walks nested ones recursively, so that their number
 // bounds the stack that it takes.
 constexpr qsizetype maxContainers = 256;
+
+/// Some editors put it in front of UTF-8; the parser takes it for text outside the document.
+constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
 
 void logUnusable(const QString& path, const QString& reason)
 {
@@ -74,19 +78,31 @@ std::unique_ptr<PList::Structure> parse(const QByteArray& bytes, QString& proble
     return root;
 }
 
+/// What a boolean or a number says, as a property list's number reads as a boolean: false for 0. Nothing for the rest.
+std::optional<bool> truthOf(const PList::Node* node)
+{
+    if (const auto* truth = dynamic_cast<const PList::Boolean*>(node))
+        return truth->GetValue();
+    if (const auto* whole = dynamic_cast<const PList::Integer*>(node))
+        return whole->GetValue() != 0;
+    if (const auto* real = dynamic_cast<const PList::Real*>(node))
+        return real->GetValue() != 0.0;
+    return std::nullopt;
+}
+
 /// `profile` stays the caller's.
 std::uint64_t maskOf(PList::Dictionary& profile, const QString& key, const QString& path)
 {
     std::uint64_t mask = QZAllEnabledTypes;
     for (auto entry = profile.Begin(); entry != profile.End(); ++entry) {
         const QString name = QString::fromStdString(entry->first);
-        const auto* enabled = dynamic_cast<const PList::Boolean*>(entry->second);
+        const std::optional<bool> enabled = truthOf(entry->second);
         const QZShapeType type = enumQZShapeType(name);
-        if (enabled == nullptr)
-            logUnusable(path, QStringLiteral("%1 of %2 is not a boolean").arg(name, key));
+        if (!enabled)
+            logUnusable(path, QStringLiteral("%1 of %2 is neither a boolean nor a number").arg(name, key));
         else if (type == QZShapeTypeNone)
             logUnusable(path, QStringLiteral("%1 of %2 is not a tool").arg(name, key));
-        else if (!enabled->GetValue())
+        else if (!*enabled)
             mask &= ~static_cast<std::uint64_t>(type);
     }
     return mask;
@@ -98,7 +114,9 @@ QZPaintControlProfiles QZPaintControlProfiles::readFile(const QString& path)
 {
     QZPaintControlProfiles profiles;
     QString problem;
-    const QByteArray bytes = readSmallFile(path, problem);
+    QByteArray bytes = readSmallFile(path, problem);
+    if (bytes.startsWith(byteOrderMark))
+        bytes.remove(0, byteOrderMark.size());
     const std::unique_ptr<PList::Structure> root = problem.isEmpty() ? parse(bytes, problem) : nullptr;
     auto* rows = dynamic_cast<PList::Dictionary*>(root.get());
     if (rows == nullptr) {

@@ -6,7 +6,8 @@
 #include <cstdint>
 
 /// The palette's profiles of enabled tools, by key, read from a property list: a dictionary of profiles, each one a
-/// dictionary from shape type names to booleans, in which only what is false has an effect.
+/// dictionary from shape type names to booleans, in which only what is false has an effect. A number is false if it is
+/// 0.
 ///
 /// Reading never fails. What cannot be used is left out, with a line in the log that names the file and the reason.
 class QZPaintControlProfiles {

@@ -14,6 +14,8 @@ namespace {
 constexpr std::uint64_t all = QZAllEnabledTypes;
 constexpr std::uint64_t allButFan = 0x3ffffffbfff;
 const std::string fanOff = "<key>QZSTGannFan</key><false/>";
+const std::string numbers = "<key>QZSTRay</key><integer>2</integer><key>QZSTGannFan</key><integer>0</integer>"
+                            "<key>QZSTStraight</key><real>0.5</real><key>QZSTArc</key><real>0</real>";
 
 class PaletteProfiles : public testing::Test {
 protected:
@@ -59,7 +61,9 @@ TEST_F(PaletteProfiles, WhatCannotBeUsedForbidsNothingAndIsLoggedOnce)
     for (const Row& row : {
              Row{"one off", profile("<key>QZSTRay</key><true/>" + fanOff), allButFan, ""},
              Row{"beyond the mask", profile("<key>QZSTToolRangeStatistics</key><false/>"), all, ""},
-             Row{"number", profile("<key>QZSTRay</key><integer>0</integer>" + fanOff), allButFan, "not a boolean"},
+             Row{"text", profile("<key>QZSTRay</key><string>0</string>" + fanOff), allButFan, "neither a boolean"},
+             Row{"numbers", profile(numbers), allButFan & ~QZSTArc, ""},
+             Row{"byte order mark", "\xef\xbb\xbf" + profile(fanOff), allButFan, ""},
              Row{"misspelt", profile("<key>QZSTGanFan</key><false/>"), all, "QZSTGanFan of P is not a tool"},
              Row{"root is an array", xml("<array><true/></array>"), all, "root is not a dictionary"},
              Row{"malformed", xml("<dict><key>P</dict>"), all, "not a well-formed"},
