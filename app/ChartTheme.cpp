@@ -27,7 +27,7 @@ ChartTheme ChartTheme::current()
 
 QPalette ChartTheme::windowPalette() const
 {
-    QPalette palette(axisText, background);
+    QPalette palette(background, background);
     palette.setColor(QPalette::Base, background);
     palette.setColor(QPalette::Window, background);
     palette.setColor(QPalette::WindowText, axisText);

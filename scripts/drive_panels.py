@@ -15,7 +15,7 @@ import time
 
 LINE_COLOUR = "#FE6400"
 # Middles of the palette's buttons (px in its window): six columns, then the row of functions.
-COLUMN, FIRST_COLUMN, LINES_ROW, FUNCTIONS_ROW = 28, 20, 31, 345
+COLUMN, FIRST_COLUMN, LINES_ROW, FUNCTIONS_ROW = 28, 20, 31, 317
 SEGMENT, RAY, HORIZON = 0, 1, 4
 MAGNET, EYE, DELETE_ALL = 0, 1, 2
 

@@ -19,8 +19,8 @@
 /// In an SVG picture the text theme(KEY), wherever a colour may stand, is replaced by the theme's colour of that key,
 /// so that one picture serves every theme; its alpha is left out, which is fill-opacity's business in SVG. A picture
 /// whose root has data-states="KEY1 KEY2 ..." becomes a strip: it is drawn once per state, side by side, and its
-/// theme(state) is the colour of that state's key. The library's own themes are ":/qz/themes/light.json" and
-/// "dark.json".
+/// theme(state) is the colour of that state's key; one whose states differ in shape is drawn as a strip itself. The
+/// library's own themes are ":/qz/themes/light.json" and "dark.json".
 class QZPaletteLoad {
 public:
     QZPaletteLoad();

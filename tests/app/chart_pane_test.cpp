@@ -4,6 +4,7 @@
 #include "app/CivilDate.h"
 #include "app/CustomPlot.h"
 #include "model/QZPlaneGeometry.h"
+#include "support/Contrast.h"
 #include "surface/QZPaintLayer.h"
 
 #include <QTest>
@@ -221,12 +222,20 @@ TEST_F(ChartTest, PansOnlyWhereNoFigureTakesThePress)
     EXPECT_LT(viewport.first(), first - 3);
 }
 
-TEST_F(ChartTest, HandlesFollowTheTheme)
+TEST_F(ChartTest, HandlesAndToolBarFollowTheTheme)
 {
     drawSegment(240, 260);
     const QColor light = figure()->keyPointColor();
-    key(Qt::Key_T);
-    EXPECT_NE(figure()->keyPointColor(), light);
-    key(Qt::Key_T);
+    // A hovered tool is drawn on the button colour, any other on the window's.
+    const auto toolText = [this](QPalette::ColorRole on) {
+        return contrast(window.palette().color(QPalette::ButtonText), window.palette().color(on));
+    };
+    for (const bool isLight : {true, false}) {
+        SCOPED_TRACE(isLight);
+        EXPECT_EQ(figure()->keyPointColor() == light, isLight);
+        EXPECT_GE(toolText(QPalette::Button), 4.5);
+        EXPECT_GE(toolText(QPalette::Window), 4.5);
+        key(Qt::Key_T);
+    }
     EXPECT_EQ(figure()->keyPointColor(), light);
 }

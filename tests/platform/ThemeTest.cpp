@@ -1,11 +1,14 @@
 #include "platform/QZGlobalEnv.h"
+#include "support/Contrast.h"
 
 #include <QFile>
 #include <QPainter>
 #include <QTemporaryDir>
 
 #include <cmath>
+#include <cstdlib>
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -29,6 +32,25 @@ TEST(Theme, ShippedThemesHaveTheSameKeysAndReadWell)
         keys = theme.colorKeys();
         const auto color = [&](const char* key) { return theme.getCustomColor(QLatin1String(key)).value_or(QColor()); };
         EXPECT_LT(color("RangeStatisticsLayer.RangeRectBkColor").alpha(), 128) << "candles must show through";
+
+        const auto icon = [&](const char* key) {
+            return color(qPrintable(QLatin1String("QZLinePaintToolFactory.") + QLatin1String(key)));
+        };
+        const QColor panel = icon("PanelBackgroundColor");
+        for (const auto& [key, background, least] :
+             {std::tuple{"IconNormalColor", panel, 3.0},
+              {"IconHoverColor", panel, 3.0},
+              {"IconActiveColor", panel, 3.0},
+              {"ControlButtonSelectedColor", panel, 3.0},
+              {"ControlButtonHoverColor", panel, 1.4}, // a tint, seen beside its neighbours
+              {"IconNormalColor", icon("ControlButtonHoverColor"), 3.0},
+              {"IconSelectedColor", icon("ControlButtonSelectedColor"), 3.0},
+              {"KeyPointColor", color("qzchart.background"), 3.0}})
+            EXPECT_GE(contrast(icon(key), background), least) << key << " on " << background.name().toStdString();
+        EXPECT_GE(contrast(color("qzchart.axisText"), color("qzchart.background")), 4.5);
+        // Orange beside blue is told apart by everyone.
+        const int turn = std::abs(icon("IconHoverColor").hue() - icon("IconActiveColor").hue());
+        EXPECT_GT(std::min(turn, 360 - turn), 120);
     }
 }
 
