@@ -144,6 +144,14 @@ class Session:
     def point(self, x, y):
         return self.chart.at(round(self.width * x), round(self.height * y))
 
+    def expect_keyboard(self, after):
+        """A shortcut, unlike a single key, works only in the active window."""
+        self.user.key("ctrl+o")
+        dialog = "^Open bars$"
+        wait_for(f"the keyboard is the chart's after {after}", lambda: Window.find(dialog), 5)
+        self.user.key("Escape")
+        wait_for("the dialog closes", lambda: not Window.find(dialog), 5)
+
     def draw(self):
         empty = self.candles("palette")
         self.press_tool(SEGMENT)
@@ -170,6 +178,13 @@ class Session:
         self.user.key("Return")
         thick = self.candles("restyled")
         expect(thick > 2 * thin, "a wider line from the strip")
+        self.expect_keyboard("a choice in the strip")
+        self.user.click(strip.at(25, 15))
+        picker = "^Stroke colour$"
+        wait_for("a colour picker", lambda: Window.find(picker))
+        self.user.key("Escape")
+        wait_for("the picker closes", lambda: not Window.find(picker))
+        self.expect_keyboard("picking a colour")
         return thick
 
     def draw_in_volumes(self):
@@ -193,6 +208,9 @@ class Session:
         shown = self.candles("before hiding")
         self.press_function(EYE)
         expect(self.candles("hidden") == 0, "the eye hides every figure")
+        self.expect_keyboard("hiding")
+        self.press_tool(SEGMENT)
+        self.expect_keyboard("a click on a disabled tool")
         self.press_function(EYE)
         expect(self.candles("shown") > shown / 2, "the eye shows them again")
 
@@ -202,10 +220,17 @@ class Session:
         self.user.look("question")
         self.user.key("Escape")
         expect(self.candles("kept") == before, "Escape answers the question with no")
+        self.expect_keyboard("the question")
         self.press_function(DELETE_ALL)
         self.user.key("Tab")
         self.user.key("space")
         expect(self.candles("deleted") == 0, "yes deletes every figure")
+
+    def quit(self, program):
+        self.press_function(MAGNET)
+        expect(program.poll() is None, "the program is still there")
+        self.user.key("ctrl+q")
+        wait_for("Ctrl+Q after a click on the magnet quits", lambda: program.poll() is not None, 5)
 
 
 def main():
@@ -226,7 +251,7 @@ def main():
             session.move_divider()
             session.hide_and_show()
             session.delete_all()
-            expect(chart.poll() is None, "the program is still there")
+            session.quit(chart)
         except AssertionError as failed:
             run("import", "-window", "root", os.path.join(folder, "failed.png"))
             print(f"drive_panels: failed: {failed}; pictures in {folder}", file=sys.stderr)

@@ -2,6 +2,7 @@
 
 #include "platform/QZLog.h"
 
+#include <QAbstractButton>
 #include <QFile>
 #include <QStringList>
 #include <QWidget>
@@ -20,6 +21,17 @@ QString& hostFolder()
 {
     static QString folder;
     return folder;
+}
+
+void nameButtons(const QWidget& contents)
+{
+    const auto buttons = contents.findChildren<QAbstractButton*>();
+    for (QAbstractButton* button : buttons) {
+        if (button->toolTip().isEmpty())
+            button->setToolTip(button->accessibleName());
+        if (button->accessibleName().isEmpty())
+            button->setAccessibleName(button->toolTip().isEmpty() ? button->objectName() : button->toolTip());
+    }
 }
 
 } // namespace
@@ -44,8 +56,10 @@ QWidget* QZInterfaceLoader::loadInterface(const QString& panelClass, QWidget* pa
         if (!file.exists())
             continue;
         QWidget* contents = file.open(QIODevice::ReadOnly) ? load(&file, parent) : nullptr;
-        if (contents != nullptr)
+        if (contents != nullptr) {
+            nameButtons(*contents);
             return contents;
+        }
         writeBusCommonLog(QStringLiteral("Load interface file %1 failed: %2")
                               .arg(path, errorString().isEmpty() ? file.errorString() : errorString()));
     }

@@ -15,7 +15,8 @@ public:
     explicit QZInterfaceLoader(Factory factory);
 
     /// The contents of the file, as a child of `parent`; null when there is none. A file that is no interface is logged
-    /// and passed over.
+    /// and passed over. A button that the file gives a tooltip or an accessible name, but not both, takes the one for
+    /// the other; its identifier is its accessible name when there is neither.
     QWidget* loadInterface(const QString& panelClass, QWidget* parent);
 
     /// Folder with a host's own interface files; an empty text goes back to the library's.

@@ -55,10 +55,10 @@ QZPaintControl::QZPaintControl(const QString& interfaceFile)
 {
     initPaletteResources();
     auto& center = QZNotificationCenter::defaultCenter();
-    observations_ = {center.observe(QZPaintSyncGraphTypeNotification,
-                                    [this](const QZNotification& notification) { syncButtonSelection(notification); }),
-                     center.observe(QZUIOverallStyleDidChangeNotification,
-                                    [this](const QZNotification&) { configWindowColors(); })};
+    observations_ = {
+        center.observe(QZPaintSyncGraphTypeNotification,
+                       [this](const QZNotification& notification) { syncButtonSelection(notification); }),
+        center.observe(QZUIOverallStyleDidChangeNotification, [this](const QZNotification&) { configWindowColors(); })};
     connect(&window_, &QZPanelWindow::willClose, this, &QZPaintControl::windowWillClose);
 
     QZInterfaceLoader loader(createButton);
@@ -191,6 +191,11 @@ void QZPaintControl::changeShape(QZPaintControlButton& sender)
         if (auto* receiver = delegate())
             receiver->changeShapeTo(selectedType(), sender.images().empty() ? QImage() : sender.images().front());
     }
+    returnKeyboard();
+}
+
+void QZPaintControl::returnKeyboard()
+{
     if (QWindow* mainWindow = QZGlobalEnv::getShareInstance().mainWindow())
         mainWindow->requestActivate();
 }
@@ -199,12 +204,14 @@ void QZPaintControl::setMagnetAction(QZPaintControlButton& sender)
 {
     magnet_ = !magnet_;
     sender.setSelected(!sender.isSelected());
+    returnKeyboard();
 }
 
 void QZPaintControl::deleteAllGraphs(QZPaintControlButton& /*sender*/)
 {
     if (auto* receiver = delegate())
         receiver->removeAllGraphs(*this);
+    returnKeyboard();
 }
 
 void QZPaintControl::eyeAction(QZPaintControlButton& sender)
@@ -221,6 +228,7 @@ void QZPaintControl::eyeAction(QZPaintControlButton& sender)
     sender.setSelected(!sender.isSelected());
     if (auto* receiver = delegate())
         receiver->showOrHiddenAllGraphs(*this);
+    returnKeyboard();
 }
 
 void QZPaintControl::syncButtonSelection(const QZNotification& notification)

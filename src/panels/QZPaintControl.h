@@ -63,9 +63,9 @@ public:
     /// The window of the graph configuration strip, which goes along with the palette.
     [[nodiscard]] static QZPanelWindow& assistantPanel();
 
-    // What the buttons do. `sender` is the one that was pressed.
+    // What the buttons do. `sender` is the one that was pressed. Each hands the keyboard back to the main window.
 
-    /// Chooses the sender's tool and hands the keyboard back to the main window.
+    /// Chooses the sender's tool.
     void changeShape(QZPaintControlButton& sender);
     void setMagnetAction(QZPaintControlButton& sender);
     void deleteAllGraphs(QZPaintControlButton& sender);
@@ -77,6 +77,7 @@ public:
 
 private:
     void windowDidLoad();
+    static void returnKeyboard();
     void configWindowColors();
     void connectAction(QZPaintControlButton& button);
     [[nodiscard]] QList<QZPaintControlButton*> buttons() const;

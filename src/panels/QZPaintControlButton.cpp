@@ -27,15 +27,22 @@ QZPaintControlButton::QZPaintControlButton(const QString& identifier, int imageC
     setObjectName(identifier);
     setCheckable(true);
     setFocusPolicy(Qt::TabFocus);
+    // Assistive technology toggles a checkable button without clicking it.
+    connect(this, &QAbstractButton::toggled, this, [this](bool checked) {
+        if (checked == selected_)
+            return;
+        setChecked(selected_);
+        click();
+    });
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     getFontAndColor();
     images_ = configImages();
-    themeObservation_ = QZNotificationCenter::defaultCenter().observe(
-        QZUIOverallStyleDidChangeNotification, [this](const QZNotification&) {
-            getFontAndColor();
-            images_ = configImages();
-            update();
-        });
+    themeObservation_ = QZNotificationCenter::defaultCenter().observe(QZUIOverallStyleDidChangeNotification,
+                                                                      [this](const QZNotification&) {
+                                                                          getFontAndColor();
+                                                                          images_ = configImages();
+                                                                          update();
+                                                                      });
 }
 
 void QZPaintControlButton::getFontAndColor()

@@ -12,6 +12,7 @@ constexpr double wellShare = 0.6;
 QZPaintGraphConfigColorWell::QZPaintGraphConfigColorWell(QWidget* parent) : QAbstractButton(parent)
 {
     setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::TabFocus);
 }
 
 void QZPaintGraphConfigColorWell::setColor(const QColor& color)

@@ -41,7 +41,9 @@ const std::array<LineTypeItem, 5>& lineTypeItems()
 /// Distance of the strip from the top of the chart window where it first appears (px).
 constexpr int topDistance = 40;
 constexpr int separatorWidth = 1;
-/// Share of the text's colour in what is drawn around the controls.
+/// Share of the text's colour in what is drawn around the controls. A well's outline alone shows a colour that is like
+/// the strip's own.
+constexpr double outlineShare = 0.55;
 constexpr double lineShare = 0.3;
 constexpr double hoverShare = 0.12;
 
@@ -78,9 +80,8 @@ QPalette themeColors(QPalette colors)
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         colors.setColor(role, text);
     }
-    for (const auto role : {QPalette::Dark, QPalette::Mid}) {
-        colors.setColor(role, mixed(text, background, lineShare));
-    }
+    colors.setColor(QPalette::Dark, mixed(text, background, outlineShare));
+    colors.setColor(QPalette::Mid, mixed(text, background, lineShare));
     for (const auto role : {QPalette::Light, QPalette::Midlight}) {
         colors.setColor(role, mixed(text, background, hoverShare));
     }
@@ -121,8 +122,8 @@ QZPaintGraphConfigWC::QZPaintGraphConfigWC(const QString& interfaceFile) : windo
     initGraphConfigResources();
     loadOutlets(interfaceFile);
     windowDidLoad();
-    styleObservation_ = QZNotificationCenter::defaultCenter().observe(
-        QZUIOverallStyleDidChangeNotification, [this](const QZNotification&) { applyTheme(); });
+    styleObservation_ = QZNotificationCenter::defaultCenter().observe(QZUIOverallStyleDidChangeNotification,
+                                                                      [this](const QZNotification&) { applyTheme(); });
 }
 
 QZPaintGraphConfigWC::~QZPaintGraphConfigWC()
@@ -207,7 +208,10 @@ void QZPaintGraphConfigWC::connectControls()
     connect(cwFillColor_, &QAbstractButton::clicked, this, [this] { pickColor(*cwFillColor_); });
     connect(popLineType_, &QZPopUpButton::itemPicked, this, &QZPaintGraphConfigWC::selectedLineType);
     connect(popLineWidth_, &QZPopUpButton::itemPicked, this, &QZPaintGraphConfigWC::selectedLineWidth);
-    connect(btnIsLocked_, &QAbstractButton::clicked, this, &QZPaintGraphConfigWC::clickedIsLocked);
+    for (const QZPopUpButton* popUp : {popLineType_, popLineWidth_}) // picked from or not
+        connect(&popUp->menu(), &QMenu::aboutToHide, &window_, &QZPanelWindow::returnKeyboard);
+    // Not its click, which assistive technology leaves out.
+    connect(btnIsLocked_, &QAbstractButton::toggled, this, &QZPaintGraphConfigWC::clickedIsLocked);
     connect(btnDelete_, &QAbstractButton::clicked, this, &QZPaintGraphConfigWC::clickedDelete);
     connect(&window_, &QZPanelWindow::willClose, this, &QZPaintGraphConfigWC::windowWillClose);
     window_.installEventFilter(this);

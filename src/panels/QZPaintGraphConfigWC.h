@@ -72,7 +72,7 @@ public:
     void setLineWidth(double lineWidth);
     [[nodiscard]] double lineWidth() const { return lineWidth_; }
 
-    void setIsLocked(bool isLocked) { btnIsLocked_->setChecked(isLocked); }
+    void setIsLocked(bool isLocked);
     [[nodiscard]] bool isLocked() const { return btnIsLocked_->isChecked(); }
 
     // What the controls do: each takes over its control's value and tells the delegate.

@@ -7,6 +7,25 @@
 
 // What the strip is told and what it tells: values, actions and the colour picker.
 
+namespace {
+
+/// Gives the keyboard back while it still has it.
+class ColorPanel final : public QColorDialog {
+public:
+    explicit ColorPanel(QZPanelWindow& panel) : QColorDialog(&panel), panel_(panel) {}
+
+    void done(int result) override
+    {
+        panel_.returnKeyboard();
+        QColorDialog::done(result);
+    }
+
+private:
+    QZPanelWindow& panel_;
+};
+
+} // namespace
+
 void QZPaintGraphConfigWC::setDelegate(QZPaintGraphConfigWCDelegate* delegate)
 {
     delegate_ = delegate;
@@ -49,8 +68,15 @@ void QZPaintGraphConfigWC::setLineWidth(double lineWidth)
     popLineWidth_->selectItemWithTag(isUsable ? lineWidth_ - 1 : QZPopUpButton::noTag);
 }
 
+void QZPaintGraphConfigWC::setIsLocked(bool isLocked)
+{
+    const QSignalBlocker silent(btnIsLocked_);
+    btnIsLocked_->setChecked(isLocked);
+}
+
 void QZPaintGraphConfigWC::clickedEdit()
 {
+    window_.returnKeyboard(); // first: what the delegate opens may take it
     if (auto* told = delegate())
         told->paintGraphConfigDidEdit(*this);
 }
@@ -73,7 +99,6 @@ void QZPaintGraphConfigWC::selectedLineType()
         setLineType(static_cast<std::uint64_t>(tag));
     if (auto* told = delegate())
         told->paintGraphConfigLineTypeDidChange(*this, lineType_);
-    window_.returnKeyboard();
 }
 
 void QZPaintGraphConfigWC::selectedLineWidth()
@@ -82,7 +107,6 @@ void QZPaintGraphConfigWC::selectedLineWidth()
         setLineWidth(tag + 1.0);
     if (auto* told = delegate())
         told->paintGraphConfigLineWidthDidChange(*this, lineWidth());
-    window_.returnKeyboard();
 }
 
 void QZPaintGraphConfigWC::clickedIsLocked()
@@ -108,7 +132,7 @@ void QZPaintGraphConfigWC::windowWillClose()
 void QZPaintGraphConfigWC::makeColorPanel()
 {
     // A child of the strip, so that it stays above it.
-    colorPanel_ = new QColorDialog(&window_);
+    colorPanel_ = new ColorPanel(window_);
     colorPanel_->setOptions(QColorDialog::DontUseNativeDialog | QColorDialog::NoButtons);
     connect(colorPanel_, &QColorDialog::currentColorChanged, this, &QZPaintGraphConfigWC::colorPicked);
     connect(colorPanel_, &QDialog::finished, this, [this] {

@@ -1,5 +1,6 @@
 #include "panels/QZPanelWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -30,6 +31,7 @@ QZPanelWindow::QZPanelWindow(Qt::WindowFlags flags) : QWidget(nullptr, Qt::Tool 
     if ((flags & Qt::FramelessWindowHint) != 0)
         outline_ = new Outline(*this);
     setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
     setAttribute(Qt::WA_QuitOnClose, false);
 }
 
@@ -46,8 +48,10 @@ void QZPanelWindow::addToWindowOf(const QWidget& chart)
 
 void QZPanelWindow::removeFromWindowOf(const QWidget& chart)
 {
-    if (chartWindow_ == chart.window())
-        attachTo(nullptr);
+    if (chartWindow_ != chart.window())
+        return;
+    returnKeyboard();
+    attachTo(nullptr);
 }
 
 void QZPanelWindow::attachTo(QWidget* window)
@@ -66,11 +70,15 @@ void QZPanelWindow::attachTo(QWidget* window)
     // Only native windows are tied to each other; asking for its id makes ours. A chart window may have got a new one.
     winId();
     windowHandle()->setTransientParent(window == nullptr ? nullptr : window->windowHandle());
+    // Sees every click, those on disabled buttons too. A handle is watched once, however often this is done.
+    windowHandle()->installEventFilter(this);
 }
 
 void QZPanelWindow::returnKeyboard()
 {
-    if (chartWindow_ != nullptr && isActiveWindow())
+    const QWidget* active = QApplication::activeWindow();
+    const bool hasKeyboard = active == this || (active != nullptr && active->parentWidget() == this);
+    if (hasKeyboard && chartWindow_ != nullptr && chartWindow_->isVisible())
         chartWindow_->activateWindow();
 }
 
@@ -100,6 +108,10 @@ void QZPanelWindow::keyPressEvent(QKeyEvent* event)
 
 bool QZPanelWindow::eventFilter(QObject* watched, QEvent* event)
 {
+    // Before the click takes effect, so that what it opens has the keyboard in the end.
+    if (watched == windowHandle() && event->type() == QEvent::MouseButtonRelease &&
+        QApplication::activePopupWidget() == nullptr)
+        returnKeyboard();
     if (watched != chartWindow_)
         return QWidget::eventFilter(watched, event);
     switch (event->type()) {

@@ -5,7 +5,7 @@
 
 /// The window of a panel: a tool window that floats above the chart window it is attached to, without a place of its
 /// own in the task switcher, moves along with that window and hides with it. It leaves the keyboard where it is when it
-/// is shown.
+/// is shown and gives it back to the chart after a click; its tooltips show while the chart has it.
 class QZPanelWindow : public QWidget {
     Q_OBJECT
 public:
@@ -18,7 +18,7 @@ public:
     /// Lets go of the window of `chart`, if attached to it.
     void removeFromWindowOf(const QWidget& chart);
     [[nodiscard]] QWidget* chartWindow() const { return chartWindow_; }
-    /// Gives the keyboard back to the chart after a control was used.
+    /// Gives the keyboard back to the chart after a control was used, if this panel or a dialog of its has it.
     void returnKeyboard();
 
 Q_SIGNALS:

@@ -171,6 +171,7 @@ void QZPopUpButtonCell::drawImageWithFrame(QPainter& painter, const QRectF& fram
 QZPopUpButton::QZPopUpButton(QWidget* parent) : QAbstractButton(parent), menu_(new PopUpMenu(*this))
 {
     setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::TabFocus);
     // The menu, a window of its own, takes the button's colours.
     menu_->setAttribute(Qt::WA_WindowPropagation);
     connect(this, &QAbstractButton::clicked, this, &QZPopUpButton::openMenu);

@@ -1,7 +1,10 @@
 #include "panels/QZPaintGraphConfigWC.h"
+#include "platform/QZGlobalEnv.h"
+#include "support/Contrast.h"
+#include "support/widgets/Keyboard.h"
 
+#include <QAccessible>
 #include <QMenu>
-#include <QTest>
 #include <QWindow>
 
 #include <array>
@@ -115,12 +118,17 @@ TEST_F(GraphConfig, TellsWhatTheUserDoes)
         std::function<void()> action;
     };
     const auto press = [this](const char* name, Qt::Key key) { QTest::keyClick(&control(name), key); };
+    const auto toggle = [](QWidget& button) { // as assistive technology does
+        auto* actions = QAccessible::queryAccessibleInterface(&button)->actionInterface();
+        actions->doAction(QAccessibleActionInterface::toggleAction());
+    };
     const std::array rows{
         Row{"edit", [&] { click("btnEdit"); }},
         Row{"edit", [&] { press("btnEdit", Qt::Key_Return); }},
         Row{"delete", [&] { press("btnDelete", Qt::Key_Space); }},
         Row{"locked 1", [&] { click("btnIsLocked"); }},
         Row{"locked 0", [&] { press("btnIsLocked", Qt::Key_Space); }},
+        Row{"locked 1", [&] { toggle(control("btnIsLocked")); }},
         Row{"type 3", [&] { choose("popLineType", 3); }},
         Row{"type 3", [&] { choose("popLineType", 3); }}, // the same again
         Row{"width 10", [&] { choose("popLineWidth", 9); }},
@@ -252,6 +260,51 @@ TEST_F(GraphConfig, TheColourPickerGoesWithItsStrip)
         EXPECT_FALSE(control<QZPaintGraphConfigColorWell>("cwStrokeColor").isActive());
     }
     EXPECT_TRUE(chart.geometry().contains(panel.window().pos())) << "a strip not moved before appears over the chart";
+}
+
+TEST_F(GraphConfig, GivesTheKeyboardBackToTheChart)
+{
+    QWidget chart;
+    chart.show();
+    const auto press = [this](const char* name) { QTest::keyClick(&control(name), Qt::Key_Return); };
+    for (const auto& [name, action] : std::initializer_list<std::pair<const char*, std::function<void()>>>{
+             {"text", [&] { press("btnEdit"); }},
+             {"colour picked",
+              [&] {
+                  press("cwStrokeColor");
+                  EXPECT_TRUE(getsKeyboard(picker()));
+                  QTest::keyClick(picker(), Qt::Key_Escape);
+              }},
+             {"type", [&] { choose("popLineType", 2); }},
+             {"no width after all",
+              [&] {
+                  press("popLineWidth");
+                  QTest::keyClick(&control<QZPopUpButton>("popLineWidth").menu(), Qt::Key_Escape);
+              }},
+             {"lock", [&] { press("btnIsLocked"); }},
+             {"delete", [&] { press("btnDelete"); }},
+             {"detached", [&] { panel.window().removeFromWindowOf(chart); }}}) {
+        SCOPED_TRACE(name);
+        panel.window().addToWindowOf(chart);
+        panel.window().activateWindow();
+        ASSERT_TRUE(getsKeyboard(&panel.window()));
+        action();
+        EXPECT_TRUE(getsKeyboard(&chart));
+    }
+}
+
+TEST_F(GraphConfig, ReadsWellInBothThemes)
+{
+    for (const char* name : {"dark", "light"}) {
+        SCOPED_TRACE(name);
+        QZGlobalEnv::getShareInstance().setTheme(QLatin1String(name));
+        const auto color = [this](QPalette::ColorRole role) { return panel.window().palette().color(role); };
+        for (const auto background : {QPalette::Window, QPalette::Midlight, QPalette::Mid}) // plain, hovered, pressed
+            EXPECT_GE(contrast(color(QPalette::ButtonText), color(background)), 3) << background;
+        EXPECT_GE(contrast(color(QPalette::Dark), color(QPalette::Window)), 3) << "outline of a well";
+        const auto face = [this](const char* popUp) { return control<QZPopUpButton>(popUp).itemWithTag(0)->image(); };
+        EXPECT_NE(face("popLineType"), face("popLineWidth")) << "at their defaults";
+    }
 }
 
 TEST_F(GraphConfig, DraggingTheGripMovesTheStrip)

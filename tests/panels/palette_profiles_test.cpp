@@ -1,4 +1,5 @@
 #include "model/QZDrawingTypes.h"
+#include "panels/QZInterfaceLoader.h"
 #include "panels/QZPaintControl.h"
 #include "platform/QZFrameComFun.h"
 #include "support/Spies.h"
@@ -99,4 +100,32 @@ TEST_F(PaletteProfiles, AKeyAppliesItsProfileFromAFileReadOnce)
     next.setControlKey(QStringLiteral("no such profile"));
     EXPECT_EQ(next.enableTypes(), all);
     EXPECT_EQ(log_.lines, QStringList());
+}
+
+TEST_F(PaletteProfiles, AHostsOwnFileNamesItsButtonsOnce)
+{
+    path_ = root_.filePath(QStringLiteral("QZPaintControl.ui"));
+    QZInterfaceLoader::setHostFolder(root_.path());
+    const auto button = [](const std::string& type, const std::string& properties) {
+        return R"(<widget class="QZPaintControlButton" name=")" + type + R"(">)" + properties +
+               R"(<property name="action" stdset="0"><string>changeShape</string></property></widget>)";
+    };
+    const auto text = [](const std::string& name, const std::string& value) {
+        return R"(<property name=")" + name + R"("><string>)" + value + "</string></property>";
+    };
+    write(R"(<ui version="4.0"><class>QZPaintControl</class><widget class="QWidget" name="QZPaintControl">)" +
+          button("QZSTRay", text("toolTip", "a ray")) + button("QZSTArc", text("accessibleName", "an arc")) +
+          button("QZSTCycle", "") + "</widget></ui>");
+    QZPaintControl palette(QStringLiteral("QZPaintControl"));
+    QStringList names;
+    for (const auto* one : palette.window().findChildren<QAbstractButton*>())
+        names += one->accessibleName() + u'/' + one->toolTip();
+    EXPECT_EQ(names.join(u' '), QStringLiteral("a ray/a ray an arc/an arc QZSTCycle/"));
+    EXPECT_EQ(log_.lines, QStringList());
+
+    write("<ui>");
+    const QZPaintControl fallback(QStringLiteral("QZPaintControl"));
+    EXPECT_EQ(log_.lines.size(), 1);
+    EXPECT_TRUE(log_.lines.value(0).contains(path_)) << "the library's own is taken instead";
+    QZInterfaceLoader::setHostFolder({});
 }

@@ -1,11 +1,18 @@
 #include "model/QZPaintGraph.h"
 #include "panels/QZPaintControl.h"
 #include "platform/QZGlobalEnv.h"
+#include "support/widgets/Keyboard.h"
 
+#include <QAccessible>
 #include <QApplication>
-#include <QTest>
+#include <QProxyStyle>
+#include <QShortcut>
+#include <QToolTip>
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <map>
+#include <utility>
 
 namespace {
 
@@ -71,10 +78,12 @@ TEST_F(Palette, OffersEveryToolOnceWithNameAndKeyboard)
 {
     QStringList names;
     QStringList tips;
+    std::map<int, int> rows; // by their y, how many buttons
     for (const auto* one : palette_.window().findChildren<QZPaintControlButton*>()) {
         SCOPED_TRACE(one->objectName().toStdString());
         names += one->objectName();
         tips += one->toolTip();
+        ++rows[one->y()];
         EXPECT_FALSE(one->toolTip().isEmpty() || one->accessibleName().isEmpty());
         EXPECT_EQ(one->focusPolicy(), Qt::TabFocus);
     }
@@ -82,30 +91,99 @@ TEST_F(Palette, OffersEveryToolOnceWithNameAndKeyboard)
     for (int bit = 0; bit < 42; ++bit)
         EXPECT_EQ(names.count(strQZShapeType(std::int64_t(1) << bit)), 1) << bit;
     EXPECT_EQ(tips.removeDuplicates(), 0);
+    for (const auto& [y, count] : rows)
+        EXPECT_GT(count, 1) << "a button alone at y " << y;
     EXPECT_EQ(enabled(), QZAllEnabledTypes);
 
     palette_.window().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&palette_.window()));
+    ASSERT_TRUE(getsKeyboard(&palette_.window()));
     button(QZSTLineSegment).setFocus(Qt::TabFocusReason);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
     EXPECT_EQ(palette_.selectedType(), QZSTRay);
+    QTest::keyClick(&button(QZSTArc), Qt::Key_Return);
+    EXPECT_EQ(palette_.selectedType(), QZSTArc);
+    QAccessible::queryAccessibleInterface(&button(QZSTCycle))
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(palette_.selectedType(), QZSTCycle);
+    EXPECT_EQ(selected(), QZSTCycle);
+    EXPECT_TRUE(button(QZSTCycle).isChecked());
 }
 
-TEST_F(Palette, AClickChoosesAToolAndGivesTheMainWindowTheKeyboard)
+TEST_F(Palette, GivesTheKeyboardBackToTheChartWhereItsShortcutsWork)
 {
-    QWindow mainWindow;
-    mainWindow.show();
-    QZGlobalEnv::getShareInstance().setMainWindow(&mainWindow);
-    for (int count = 0; count < 2; ++count) {
+    QWidget chart;
+    const QShortcut quit(QKeySequence(Qt::CTRL | Qt::Key_Q), &chart);
+    int quits = 0;
+    QObject::connect(&quit, &QShortcut::activated, &chart, [&quits] { ++quits; });
+    chart.show();
+    QZGlobalEnv::getShareInstance().setMainWindow(chart.windowHandle());
+    palette_.window().addToWindowOf(chart);
+    button(QZSTArc).setEnabled(false);
+    const auto press = [this](QZShapeType type) {
+        return [this, type] { QTest::keyClick(&button(type), Qt::Key_Space); };
+    };
+    int expected = 0;
+    for (const auto& [name, action] : std::initializer_list<std::pair<const char*, std::function<void()>>>{
+             {"tool", press(QZSTGannFan)},
+             {"the same again", press(QZSTGannFan)},
+             {"magnet", press(QZSTToolMagnet)},
+             {"eye", press(QZSTToolEye)},
+             {"eye again", press(QZSTToolEye)},
+             {"trash", press(QZSTToolDelete)},
+             {"a click on a disabled tool", [this] {
+                  const QPoint center = button(QZSTArc).geometry().center();
+                  QTest::mouseClick(palette_.window().windowHandle(), Qt::LeftButton, {}, center);
+              }}}) {
+        SCOPED_TRACE(name);
         palette_.window().activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&palette_.window()));
-        click(QZSTGannFan);
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&mainWindow));
-        EXPECT_EQ(selected(), QZSTGannFan);
+        ASSERT_TRUE(getsKeyboard(&palette_.window()));
+        action();
+        EXPECT_TRUE(getsKeyboard(&chart));
+        QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_Q, Qt::ControlModifier);
+        EXPECT_EQ(quits, ++expected);
     }
+}
+
+TEST_F(Palette, TooltipsShowWhileTheChartHasTheKeyboard)
+{
+    /// Does not take a tool window for active together with its application, and shows tooltips at once.
+    struct Style final : QProxyStyle {
+        int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                      QStyleHintReturn* data) const override
+        {
+            const bool isChanged = hint == SH_Widget_ShareActivation || hint == SH_ToolTip_WakeUpDelay;
+            return isChanged ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
+        }
+    } style;
+    palette_.window().setStyle(&style);
+    button(QZSTArc).setStyle(&style);
+    button(QZSTRay).setStyle(&style);
+    QWidget chart;
+    chart.show();
+    chart.activateWindow();
+    ASSERT_TRUE(getsKeyboard(&chart));
+    button(QZSTArc).setEnabled(false);
+    for (const QZShapeType type : {QZSTRay, QZSTArc}) {
+        const QZPaintControlButton& one = button(type);
+        QTest::mouseMove(palette_.window().windowHandle(), one.geometry().center());
+        EXPECT_TRUE(QTest::qWaitFor([&one] { return QToolTip::isVisible() && QToolTip::text() == one.toolTip(); }));
+    }
+    QToolTip::hideText();
+    for (QWidget* styled : {static_cast<QWidget*>(&palette_.window()), static_cast<QWidget*>(&button(QZSTArc)),
+                            static_cast<QWidget*>(&button(QZSTRay))})
+        styled->setStyle(nullptr);
+}
+
+TEST_F(Palette, AClickChoosesAToolOnce)
+{
+    click(QZSTGannFan);
+    click(QZSTGannFan);
+    EXPECT_EQ(selected(), QZSTGannFan);
     EXPECT_EQ(delegate_.thumbnail, button(QZSTGannFan).images()[0]);
     click(QZSTRay);
+    EXPECT_EQ(selected(), QZSTRay);
     EXPECT_EQ(delegate_.calls.join(u' '), QStringLiteral("QZSTGannFan QZSTRay"));
 }
 
@@ -136,6 +214,11 @@ TEST_F(Palette, TheEyeLeavesOnlyItselfUntilPressedAgain)
     EXPECT_EQ(enabled(), mask);
     EXPECT_EQ(selected(), 0U);
     EXPECT_EQ(delegate_.calls.join(u' '), QStringLiteral("QZSTGannFan hide show"));
+    // Deselected by the eye but still on: from here on the button shows the opposite of the flag.
+    EXPECT_TRUE(palette_.isMagnet());
+    click(QZSTToolMagnet);
+    EXPECT_FALSE(palette_.isMagnet());
+    EXPECT_EQ(selected(), QZSTToolMagnet);
 }
 
 TEST_F(Palette, AFinishedFigureReleasesItsTool)
@@ -184,8 +267,15 @@ TEST_F(Palette, AToolIsToldByItsBackgroundAFunctionByItsPicture)
     EXPECT_EQ(fan.image(), fan.images()[1]);
     EXPECT_NE(fan.images()[0], fan.images()[1]);
 
+    const auto shape = [this](QZShapeType type, std::size_t index) {
+        return button(type).images().at(index).convertToFormat(QImage::Format_Alpha8);
+    };
+    for (const QZShapeType type : {QZSTToolMagnet, QZSTToolEye}) {
+        SCOPED_TRACE(strQZShapeType(type).toStdString());
+        EXPECT_EQ(shape(type, 0), shape(type, 2));
+        EXPECT_NE(shape(type, 1), shape(type, 2)) << "on and off differ under the pointer, in any colour";
+    }
     QZPaintControlButton& magnet = button(QZSTToolMagnet);
-    ASSERT_EQ(magnet.images().size(), 3U);
     QTest::mouseMove(&magnet);
     EXPECT_EQ(magnet.image(), magnet.images()[2]);
     click(QZSTToolMagnet);
