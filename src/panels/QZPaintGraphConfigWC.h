@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/QZDrawingTypes.h"
 #include "panels/QZPaintGraphConfigColorWell.h"
 #include "panels/QZPaintGraphConfigTitleView.h"
 #include "panels/QZPaintGraphConfigWCDelegate.h"
@@ -29,8 +30,6 @@
 class QZPaintGraphConfigWC final : public QObject {
     Q_OBJECT
 public:
-    /// All seven controls.
-    static constexpr std::uint64_t allConfigs = 127;
     /// Widest line that the strip keeps (px).
     static constexpr double maxLineWidth = 1000.0;
 
@@ -50,8 +49,8 @@ public:
     void setDelegate(QZPaintGraphConfigWCDelegate* delegate);
     [[nodiscard]] QZPaintGraphConfigWCDelegate* delegate() const;
 
-    /// The controls that are shown, an OR of 1 edit text, 2 stroke colour, 4 fill colour, 8 line type, 16 line width,
-    /// 32 lock and 64 delete. The window is as wide as they are and stays where it is.
+    /// The controls that are shown, bits of QZGraphConfig; all at first. The window is as wide as they are and stays
+    /// where it is.
     void setEnabledConfigs(std::uint64_t enabledConfigs);
     [[nodiscard]] std::uint64_t enabledConfigs() const { return enabledConfigs_; }
 
@@ -114,7 +113,7 @@ private:
     void colorPicked(const QColor& color);
 
     QZPanelWindow window_;
-    std::uint64_t enabledConfigs_ = allConfigs;
+    std::uint64_t enabledConfigs_ = QZGraphConfig::all;
     std::uint64_t lineType_ = 0;
     int lineWidth_ = 1; // px
 
