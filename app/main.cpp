@@ -1,7 +1,7 @@
-#include "app/BarReader.h"
-#include "app/ChartWindow.h"
-#include "app/DemoGestures.h"
-#include "app/SampleBars.h"
+#include "app/bars/BarReader.h"
+#include "app/bars/SampleBars.h"
+#include "app/chart/ChartWindow.h"
+#include "app/demo/DemoGestures.h"
 #include "platform/QZFrameComFun.h"
 #include "platform/QZGlobalEnv.h"
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Fails on an include that runs against the arrows between the rooms of src/, or that brings widgets below them.
+"""Fails on an include that runs against the arrows between the rooms of src/ and app/, or that brings widgets below them.
 
   scripts/check_layers.py              checks the repository this script lies in
   scripts/check_layers.py --self-test  checks the checker against lines that it has to refuse or to accept
@@ -11,15 +11,20 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
-# A room may include itself and these.
+LIBRARY = ("surface", "panels", "tools", "model", "platform")
+# A room may include itself and these. Only the program's main file lies in no room.
 MAY_INCLUDE = {
     "platform": (),
     "model": ("platform",),
     "tools": ("model", "platform"),
     "panels": ("model", "platform"),
     "surface": ("panels", "tools", "model", "platform"),
+    "app/bars": (),
+    "app/calendar": ("app/bars", "model"),
+    "app/chart": ("app/calendar", "app/bars", *LIBRARY),
+    "app/demo": ("app/chart", "app/calendar", "app/bars", *LIBRARY),
 }
-WITHOUT_WIDGETS = ("platform", "model", "tools")
+WITHOUT_WIDGETS = ("platform", "model", "tools", "app/bars", "app/calendar")
 # What uses the library; the library never uses them. "support" is the tests' kit by the name that tests include it by.
 OUTSIDE = ("app", "examples", "bench", "tests", "support")
 
@@ -64,31 +69,39 @@ def brings_widgets(header, names):
     return len(parts) == 1 and header.lower().removesuffix(".h") in names
 
 
-def room_of(header, folder):
-    """The first folder that an include names, seen from src/; "../tools/x.h" in src/model names tools."""
-    parts = list(folder.parts) if header.startswith(".") else []
+def room_of(parts):
+    """The room of a file: model of src/model/x.h and of model/x.h, app/bars of app/bars/x.h. Outside the rooms of src/
+    and app/ it is the first folder, and None where there is no folder."""
+    if parts[:1] == ["src"]:
+        parts = parts[1:]
+    if len(parts) < 2:
+        return None
+    return "/".join(parts[:2]) if parts[0] == "app" and len(parts) > 2 else parts[0]
+
+
+def target_of(header, path):
+    """The room that an include of the file `path` names; "../tools/x.h" in src/model names tools."""
+    parts = list(path.parts[:-1]) if header.startswith(".") else []
     for part in header.split("/"):
         if part == "..":
-            # Leaving src/ leads to its neighbours, whose names are no room's.
+            # Leaving the repository leads to no room.
             parts = parts[:-1]
         elif part not in (".", ""):
             parts.append(part)
-    if parts[:1] == ["src"]:
-        parts = parts[1:]
-    return parts[0] if len(parts) > 1 else None
+    return room_of(parts)
 
 
 def rule_broken(path, line, names):
     """What is wrong with one line of the file `path` (relative to the repository), or None."""
     match = INCLUDE.match(line)
-    if not match or path.parts[0] != "src" or len(path.parts) < 3:
+    if not match or path.parts[0] not in ("src", "app") or str(path) == "app/main.cpp":
         return None
-    room = path.parts[1]
+    room = room_of(list(path.parts))
     if room not in MAY_INCLUDE:
-        return f"src/{room} is no room; the rooms are {', '.join(MAY_INCLUDE)}"
+        return f"{path.parent} is no room; the rooms are {', '.join(MAY_INCLUDE)}"
     header = match.group(2)
-    target = room_of(header, pathlib.Path(*path.parts[1:-1]))
-    if target in OUTSIDE:
+    target = target_of(header, path)
+    if path.parts[0] == "src" and target is not None and target.split("/")[0] in OUTSIDE:
         return f"src never includes {target}"
     if target in MAY_INCLUDE and target != room and target not in MAY_INCLUDE[room]:
         allowed = " and ".join(MAY_INCLUDE[room]) or "no other room"
@@ -101,7 +114,7 @@ def rule_broken(path, line, names):
 def check_repository():
     names = widget_headers()
     failures = 0
-    for path in sorted(ROOT.glob("src/**/*")):
+    for path in sorted([*ROOT.glob("src/**/*"), *ROOT.glob("app/**/*")]):
         if path.suffix not in (".h", ".cpp"):
             continue
         relative = path.relative_to(ROOT)
@@ -135,6 +148,16 @@ REFUSED = [
     ("src/tools/a.cpp", "#include <QtWidgets/QAction>"),
     ("src/tools/a.cpp", "#include <QtUiTools/QUiLoader>"),
     ("src/platform/a.cpp", "#include <QApplication>"),
+    ("src/surface/a.cpp", '#include "app/chart/b.h"'),
+    ("app/a.cpp", '#include "surface/b.h"'),
+    ("app/attic/a.cpp", '#include "app/bars/b.h"'),
+    ("app/bars/a.cpp", '#include "app/calendar/b.h"'),
+    ("app/bars/a.cpp", '#include "model/b.h"'),
+    ("app/bars/a.cpp", '#include "../chart/b.h"'),
+    ("app/bars/a.cpp", "#include <QWidget>"),
+    ("app/calendar/a.cpp", '#include "app/chart/b.h"'),
+    ("app/calendar/a.cpp", '#include "surface/b.h"'),
+    ("app/chart/a.cpp", '#include "app/demo/b.h"'),
 ]
 ACCEPTED = [
     ("src/platform/a.cpp", '#include "platform/a.h"'),
@@ -149,7 +172,16 @@ ACCEPTED = [
     ("src/surface/a.cpp", '#include "panels/b.h"'),
     ("src/surface/a.cpp", '#include "tools/b.h"'),
     ("src/surface/a.cpp", '#include "../model/b.h"'),
-    ("app/a.cpp", '#include "surface/b.h"'),
+    ("app/main.cpp", '#include "app/demo/b.h"'),
+    ("app/main.cpp", "#include <QWidget>"),
+    ("app/bars/a.cpp", '#include "app/bars/b.h"'),
+    ("app/bars/a.cpp", "#include <QString>"),
+    ("app/calendar/a.cpp", '#include "app/bars/b.h"'),
+    ("app/calendar/a.cpp", '#include "model/b.h"'),
+    ("app/chart/a.cpp", '#include "app/calendar/b.h"'),
+    ("app/chart/a.cpp", '#include "surface/b.h"'),
+    ("app/chart/a.cpp", "#include <QWidget>"),
+    ("app/demo/a.cpp", '#include "app/chart/b.h"'),
     ("tests/model/a.cpp", "#include <QApplication>"),
     ("tests/support/a.cpp", '#include "tools/b.h"'),
 ]

@@ -1,4 +1,4 @@
-#include "app/BarReader.h"
+#include "app/bars/BarReader.h"
 
 #include <QFile>
 #include <QTemporaryDir>

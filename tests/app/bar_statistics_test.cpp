@@ -1,5 +1,5 @@
-#include "app/BarStatistics.h"
-#include "app/Swings.h"
+#include "app/bars/BarStatistics.h"
+#include "app/bars/Swings.h"
 
 #include <gtest/gtest.h>
 #include <vector>

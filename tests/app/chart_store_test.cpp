@@ -1,7 +1,7 @@
-#include "app/ChartCycle.h"
-#include "app/ChartSplitView.h"
-#include "app/ChartWindow.h"
-#include "app/CivilDate.h"
+#include "app/bars/CivilDate.h"
+#include "app/calendar/ChartCycle.h"
+#include "app/chart/ChartSplitView.h"
+#include "app/chart/ChartWindow.h"
 #include "platform/QZGlobalEnv.h"
 #include "surface/QZPaintLayer.h"
 

@@ -1,5 +1,5 @@
-#include "app/BarReader.h"
-#include "app/SampleBars.h"
+#include "app/bars/BarReader.h"
+#include "app/bars/SampleBars.h"
 
 #include <QFile>
 

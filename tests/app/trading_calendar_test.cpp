@@ -1,5 +1,5 @@
-#include "app/CivilDate.h"
-#include "app/TradingCalendar.h"
+#include "app/bars/CivilDate.h"
+#include "app/calendar/TradingCalendar.h"
 
 #include <gtest/gtest.h>
 #include <limits>

@@ -1,0 +1,243 @@
+#include "app/bars/BarReader.h"
+
+#include "app/bars/BarRowParser.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t maxLineBytes = 1U << 20U;
+constexpr int maxSkipReasons = 5;
+
+/// Lines of an open file without their ends, in a buffer that is reused for each.
+class LineSource {
+public:
+    enum class Status { Line, TooLong, Binary, End, Failed };
+
+    explicit LineSource(QFile& file) : file_(file), buffer_(maxLineBytes + 2) {}
+
+    Status next()
+    {
+        ++number_;
+        std::string_view chunk;
+        if (!readChunk(chunk))
+            return file_.error() == QFileDevice::NoError ? Status::End : Status::Failed;
+        if (chunk.find('\0') != std::string_view::npos)
+            return Status::Binary;
+        if (isWholeLine(chunk)) {
+            const std::size_t end = chunk.find_last_not_of("\r\n");
+            line_ = chunk.substr(0, end == std::string_view::npos ? 0 : end + 1);
+            return Status::Line;
+        }
+        while (!isWholeLine(chunk) && readChunk(chunk)) {
+            if (chunk.find('\0') != std::string_view::npos)
+                return Status::Binary;
+        }
+        return Status::TooLong;
+    }
+
+    std::string_view line() const { return line_; }
+    qint64 number() const { return number_; }
+
+private:
+    bool readChunk(std::string_view& chunk)
+    {
+        const qint64 length = file_.readLine(buffer_.data(), static_cast<qint64>(buffer_.size()));
+        chunk = {buffer_.data(), static_cast<std::size_t>(std::max<qint64>(length, 0))};
+        return length > 0;
+    }
+
+    bool isWholeLine(std::string_view chunk) const
+    {
+        return chunk.empty() || chunk.back() == '\n' || chunk.size() + 1 < buffer_.size();
+    }
+
+    QFile& file_;
+    std::vector<char> buffer_;
+    std::string_view line_;
+    qint64 number_ = 0;
+};
+
+/// One reading of one file.
+class Reading {
+public:
+    explicit Reading(const QString& path) : file_(path), lines_(file_) { result_.path = path; }
+
+    BarReadResult run()
+    {
+        if (open() && readHeader() && readRows())
+            finish();
+        return std::move(result_);
+    }
+
+private:
+    bool open()
+    {
+        if (result_.path.isEmpty())
+            return fail(QStringLiteral("no file is named"));
+        const QFileInfo info(result_.path);
+        if (!info.exists())
+            return fail(QStringLiteral("%1: no such file").arg(result_.path));
+        if (info.isDir())
+            return fail(QStringLiteral("%1: is a directory").arg(result_.path));
+        // Pipes and devices could block or never end.
+        if (!info.isFile())
+            return fail(QStringLiteral("%1: is not a regular file").arg(result_.path));
+        if (!file_.open(QIODevice::ReadOnly))
+            return fail(QStringLiteral("%1: cannot be opened: %2").arg(result_.path, file_.errorString()));
+        return true;
+    }
+
+    bool readHeader()
+    {
+        for (;;) {
+            const LineSource::Status status = lines_.next();
+            if (status == LineSource::Status::End)
+                return fail(QStringLiteral("%1:1: the file is empty").arg(result_.path));
+            if (status == LineSource::Status::TooLong)
+                return failAtLine(QStringLiteral("the line is longer than 1 MB"));
+            if (status != LineSource::Status::Line)
+                return failAtLine(unusable(status));
+            std::string_view header = lines_.line();
+            constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+            if (lines_.number() == 1 && header.substr(0, byteOrderMark.size()) == byteOrderMark)
+                header.remove_prefix(byteOrderMark.size());
+            if (isBlank(header))
+                continue;
+            const QString problem = parser_.readHeader(header);
+            return problem.isNull() || failAtLine(problem);
+        }
+    }
+
+    bool readRows()
+    {
+        for (;;) {
+            const LineSource::Status status = lines_.next();
+            if (status == LineSource::Status::End)
+                break;
+            if (status == LineSource::Status::TooLong) {
+                skip("the line is longer than 1 MB");
+                continue;
+            }
+            if (status != LineSource::Status::Line)
+                return failAtLine(unusable(status));
+            if (isBlank(lines_.line()))
+                continue;
+            const BarRow row = parser_.parse(lines_.line());
+            if (row.problem != nullptr)
+                skip(row.problem);
+            else
+                bars_.push_back(row.bar);
+        }
+        if (!bars_.empty())
+            return true;
+        if (result_.skippedRows == 0)
+            return fail(QStringLiteral("%1:%2: no row after the header").arg(result_.path).arg(lines_.number() - 1));
+        return fail(QStringLiteral("%1 (no usable row in the file)").arg(result_.skipReasons.first()));
+    }
+
+    void finish()
+    {
+        const auto read = static_cast<int>(bars_.size());
+        const QString name = QFileInfo(result_.path).completeBaseName();
+        result_.series = BarSeries(name, std::move(bars_));
+        result_.duplicateRows = read - result_.series.size();
+        if (!result_.series.isIntraday())
+            return;
+        std::vector<Bar> bars = result_.series.bars();
+        const auto sameDay = [](const Bar& left, const Bar& right) { return left.date == right.date; };
+        if (std::adjacent_find(bars.begin(), bars.end(), sameDay) != bars.end())
+            return;
+        for (Bar& bar : bars)
+            bar.time = 0;
+        result_.series = BarSeries(name, std::move(bars));
+    }
+
+    QString unusable(LineSource::Status status) const
+    {
+        if (status == LineSource::Status::Binary)
+            return QStringLiteral("the file is not UTF-8 text (it holds a NUL byte)");
+        return QStringLiteral("cannot be read: %1").arg(file_.errorString());
+    }
+
+    static bool isBlank(std::string_view line) { return line.find_first_not_of(" \t") == std::string_view::npos; }
+
+    QString atLine(const QString& text) const
+    {
+        return QStringLiteral("%1:%2: %3").arg(result_.path, QString::number(lines_.number()), text);
+    }
+
+    void skip(const char* problem)
+    {
+        ++result_.skippedRows;
+        if (result_.skipReasons.size() < maxSkipReasons)
+            result_.skipReasons += atLine(QLatin1String(problem));
+    }
+
+    bool failAtLine(const QString& reason) { return fail(atLine(reason)); }
+
+    bool fail(const QString& message)
+    {
+        result_.error = message;
+        return false;
+    }
+
+    BarReadResult result_;
+    QFile file_;
+    LineSource lines_;
+    BarRowParser parser_;
+    std::vector<Bar> bars_;
+};
+
+QString momentText(const Bar& bar, bool withTime)
+{
+    QString date = QStringLiteral("%1-%2-%3")
+                       .arg(bar.date / 10000, 4, 10, QLatin1Char('0'))
+                       .arg(bar.date / 100 % 100, 2, 10, QLatin1Char('0'))
+                       .arg(bar.date % 100, 2, 10, QLatin1Char('0'));
+    if (!withTime)
+        return date;
+    return QStringLiteral("%1 %2:%3")
+        .arg(date)
+        .arg(bar.time / 10000, 2, 10, QLatin1Char('0'))
+        .arg(bar.time / 100 % 100, 2, 10, QLatin1Char('0'));
+}
+
+QString counted(int count, const QString& singular)
+{
+    const QString number = QLocale(QLocale::English, QLocale::UnitedStates).toString(count);
+    return count == 1 ? QStringLiteral("%1 %2").arg(number, singular) : QStringLiteral("%1 %2s").arg(number, singular);
+}
+
+} // namespace
+
+QString BarReadResult::summary() const
+{
+    if (!isOk() || series.isEmpty())
+        return error;
+    const bool intraday = series.isIntraday();
+    const QString last = momentText(series.bars().back(), intraday);
+    QString text = QFileInfo(path).fileName() + QStringLiteral(": ") + counted(series.size(), QStringLiteral("bar")) +
+                   QStringLiteral(", ") + momentText(series.at(0), intraday) + QStringLiteral(" to ") + last;
+    if (skippedRows > 0) {
+        const QString reason = skipReasons.first().mid(path.size() + 1);
+        text += QStringLiteral(", ") + counted(skippedRows, QStringLiteral("row")) +
+                QStringLiteral(" skipped (first: line ") + reason + QLatin1Char(')');
+    }
+    if (duplicateRows > 0)
+        text +=
+            QStringLiteral(", ") + counted(duplicateRows, QStringLiteral("duplicate")) + QStringLiteral(" replaced");
+    return text;
+}
+
+BarReadResult readBars(const QString& path)
+{
+    return Reading(path).run();
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/bars/Bars.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+/// Straight line through closes by least squares, bars counted from 0, with its channel: parallels through the high
+/// that lies farthest above the line and the low that lies farthest below it.
+struct RegressionChannel {
+    double atFirst = 0; ///< price of the line at the first bar
+    double atLast = 0;  ///< price of the line at the last bar
+    double above = 0;   ///< from the line up to the upper parallel (price)
+    double below = 0;   ///< from the line down to the lower parallel (price)
+};
+
+/// Nothing for fewer than two bars.
+std::optional<RegressionChannel> regressionChannel(std::span<const Bar> bars);
+
+struct BoxStatistics {
+    double low = 0;
+    double high = 0;
+    int count = 0;
+    double averageCost = 0; ///< mean of (high + low + close) / 3 weighted with volume; the plain mean without volume
+    double amplitude = 0;   ///< high above low in percent of low; 0 where low is not positive
+    double difference = 0;  ///< high - low
+};
+
+/// Nothing for no bars.
+std::optional<BoxStatistics> boxStatistics(std::span<const Bar> bars);
+
+/// Bars from index `start` to index `end`, both counted; negative when `end` lies to the left.
+std::int32_t signedBarCount(int start, int end);
+
+/// Change from one price to another in percent of the first one; 0 where that is not positive.
+double percentChange(double from, double to);
+
+/// The bar's open, high, low or close, whichever is nearest to `price`.
+double nearestPrice(const Bar& bar, double price);

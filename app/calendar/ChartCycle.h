@@ -1,0 +1,8 @@
+#pragma once
+
+#include "app/bars/Bars.h"
+#include "model/QZDrawingTypes.h"
+
+/// The period of the bars, by the distance at which most of them follow each other: that of daily bars for a series too
+/// short to tell. Figures are kept apart by it.
+QZPaintCycle cycleOf(const BarSeries& series);

@@ -1,0 +1,200 @@
+#include "app/chart/AxisTicks.h"
+
+#include "app/bars/CivilDate.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+double roundStep(double range, int maxCount)
+{
+    const double raw = range / std::max(maxCount, 1);
+    const double power = std::pow(10.0, std::floor(std::log10(raw)));
+    for (const double factor : {1.0, 2.0, 5.0}) {
+        if (raw <= factor * power)
+            return factor * power;
+    }
+    return 10 * power;
+}
+
+int decimalsOf(double step)
+{
+    return std::clamp(static_cast<int>(-std::floor(std::log10(step) + 1e-9)), 0, 8);
+}
+
+template <typename Format>
+std::vector<AxisTick> valueTicks(double low, double high, int maxCount, Format format)
+{
+    std::vector<AxisTick> ticks;
+    if (!(high > low) || !std::isfinite(high - low))
+        return ticks;
+    const double step = roundStep(high - low, maxCount);
+    for (double n = std::ceil(low / step); n * step <= high && static_cast<int>(ticks.size()) <= maxCount; n += 1)
+        ticks.push_back({n * step, format(n * step, step)});
+    return ticks;
+}
+
+struct Moment {
+    CivilDate date;
+    std::int64_t day = 0;
+    int minute = 0; ///< of the day
+    BarTime time;
+};
+
+Moment momentOf(BarTime time)
+{
+    const std::int64_t day = dayNumber(time.date);
+    return {civilDateOfDay(day), day, time.time / 10000 * 60 + time.time / 100 % 100, time};
+}
+
+using PeriodOf = std::int64_t (*)(const Moment&);
+
+std::int64_t minutesSinceEpoch(const Moment& m)
+{
+    return m.day * 1440 + m.minute;
+}
+
+/// Number of the period that a moment lies in, from the longest to the shortest period.
+constexpr std::array<PeriodOf, 17> periods{
+    [](const Moment& m) { return floorDivide(m.date.year, 10); },
+    [](const Moment& m) { return floorDivide(m.date.year, 5); },
+    [](const Moment& m) { return floorDivide(m.date.year, 2); },
+    [](const Moment& m) { return m.date.year; },
+    [](const Moment& m) { return m.date.year * 2 + (m.date.month - 1) / 6; },
+    [](const Moment& m) { return m.date.year * 4 + (m.date.month - 1) / 3; },
+    [](const Moment& m) { return m.date.year * 12 + m.date.month; },
+    [](const Moment& m) { return floorDivide(m.day + 3, 14); },
+    [](const Moment& m) { return floorDivide(m.day + 3, 7); },
+    [](const Moment& m) { return m.day; },
+    [](const Moment& m) { return floorDivide(minutesSinceEpoch(m), 240); },
+    [](const Moment& m) { return floorDivide(minutesSinceEpoch(m), 120); },
+    [](const Moment& m) { return floorDivide(minutesSinceEpoch(m), 60); },
+    [](const Moment& m) { return floorDivide(minutesSinceEpoch(m), 30); },
+    [](const Moment& m) { return floorDivide(minutesSinceEpoch(m), 15); },
+    [](const Moment& m) { return floorDivide(minutesSinceEpoch(m), 5); },
+    [](const Moment& m) { return minutesSinceEpoch(m); },
+};
+constexpr std::size_t yearly = 3;
+constexpr std::size_t monthly = 6;
+constexpr std::size_t daily = 9;
+
+QString dateLabel(const Moment& moment, const Moment& before, std::size_t period)
+{
+    const QString year = QString::number(moment.date.year);
+    const QString month = QLocale::c().standaloneMonthName(moment.date.month, QLocale::ShortFormat);
+    if (period <= yearly)
+        return year;
+    if (period <= monthly)
+        return moment.date.year != before.date.year ? year : month;
+    if (moment.date.year != before.date.year)
+        return momentText(moment.time, false);
+    if (period <= daily || moment.day != before.day)
+        return QStringLiteral("%1 %2").arg(moment.date.day).arg(month);
+    return QStringLiteral("%1:%2")
+        .arg(moment.minute / 60, 2, 10, QLatin1Char('0'))
+        .arg(moment.minute % 60, 2, 10, QLatin1Char('0'));
+}
+
+/// Where a period begins, as offsets into `moments`, whose first one only precedes the visible ones.
+std::vector<std::size_t> beginnings(const std::vector<Moment>& moments, PeriodOf periodOf)
+{
+    std::vector<std::size_t> offsets;
+    for (std::size_t i = 1; i < moments.size(); ++i) {
+        if (periodOf(moments[i]) != periodOf(moments[i - 1]))
+            offsets.push_back(i);
+    }
+    return offsets;
+}
+
+/// Drops what follows too closely, as after a week cut short by holidays.
+void thinOut(std::vector<std::size_t>& offsets, double minGap)
+{
+    std::size_t kept = 0;
+    std::erase_if(offsets, [&kept, minGap](std::size_t offset) {
+        const bool isTooClose = kept != 0 && static_cast<double>(offset - kept) < minGap;
+        kept = isTooClose ? kept : offset;
+        return isTooClose;
+    });
+}
+
+} // namespace
+
+std::vector<AxisTick> priceTicks(double low, double high, int maxCount)
+{
+    return valueTicks(low, high, maxCount,
+                      [](double value, double step) { return QString::number(value, 'f', decimalsOf(step)); });
+}
+
+std::vector<AxisTick> volumeTicks(double low, double high, int maxCount)
+{
+    return valueTicks(low, high, maxCount, [](double value, double /*step*/) { return volumeText(value); });
+}
+
+std::vector<AxisTick> dateTicks(const TradingCalendar& calendar, int first, int last, double minGap)
+{
+    std::vector<AxisTick> ticks;
+    if (last < first)
+        return ticks;
+    std::vector<Moment> moments;
+    moments.reserve(static_cast<std::size_t>(last - first) + 2);
+    for (int index = first - 1; index <= last; ++index)
+        moments.push_back(momentOf(calendar.at(index)));
+
+    std::size_t period = 0;
+    std::vector<std::size_t> offsets;
+    for (std::size_t finer = 0; finer < periods.size(); ++finer) {
+        std::vector<std::size_t> candidates = beginnings(moments, periods[finer]);
+        if (static_cast<double>(candidates.size()) * minGap > static_cast<double>(moments.size()) + minGap)
+            break;
+        if (candidates.size() > offsets.size())
+            period = finer;
+        offsets = std::move(candidates);
+    }
+    thinOut(offsets, minGap * 0.8);
+    const Moment* before = moments.data();
+    for (const std::size_t offset : offsets) {
+        ticks.push_back({first - 1.0 + static_cast<double>(offset), dateLabel(moments[offset], *before, period)});
+        before = &moments[offset];
+    }
+    return ticks;
+}
+
+QString priceText(double price)
+{
+    return priceChangeText(price, price);
+}
+
+QString priceChangeText(double change, double price)
+{
+    return QString::number(change, 'f', std::abs(price) < 1 ? 4 : 2);
+}
+
+QString volumeText(double volume)
+{
+    struct Unit {
+        double size;
+        char letter;
+    };
+    for (const Unit unit : {Unit{1e9, 'B'}, Unit{1e6, 'M'}, Unit{1e3, 'K'}}) {
+        if (std::abs(volume) >= unit.size)
+            return QString::number(volume / unit.size, 'g', 4) + QLatin1Char(unit.letter);
+    }
+    return QString::number(volume, 'g', 4);
+}
+
+QString momentText(BarTime moment, bool intraday)
+{
+    const CivilDate date = civilDate(moment.date);
+    const QLatin1Char zero('0');
+    const auto twoDigits = [zero](int number) { return QStringLiteral("%1").arg(number, 2, 10, zero); };
+    QString text =
+        QStringLiteral("%1-%2-%3").arg(date.year, 4, 10, zero).arg(twoDigits(date.month), twoDigits(date.day));
+    if (intraday)
+        text += QStringLiteral(" %1:%2").arg(twoDigits(moment.time / 10000), twoDigits(moment.time / 100 % 100));
+    return text;
+}

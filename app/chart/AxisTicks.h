@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/calendar/TradingCalendar.h"
+
+#include <QString>
+
+#include <vector>
+
+struct AxisTick {
+    double position = 0; ///< value, or bar index
+    QString label;
+};
+
+/// Ticks at round values (1, 2 or 5 times a power of ten apart) within `low` to `high`, at most `maxCount`. Labels have
+/// the decimals that the step needs.
+std::vector<AxisTick> priceTicks(double low, double high, int maxCount);
+
+/// The same with thousands, millions and billions written as K, M and B.
+std::vector<AxisTick> volumeTicks(double low, double high, int maxCount);
+
+/// Ticks at the first bar of each period between the bars `first` and `last`: ten years down to a minute, the finest
+/// period whose ticks are `minGap` bars apart on average. None is much closer. A label says what the one before it does
+/// not.
+std::vector<AxisTick> dateTicks(const TradingCalendar& calendar, int first, int last, double minGap);
+
+/// A price with the decimals that prices of its size are quoted in.
+QString priceText(double price);
+/// A difference of prices of about `price`, with as many decimals as they have.
+QString priceChangeText(double change, double price);
+/// "950", "12.5K", "3.46M", "1.2B".
+QString volumeText(double volume);
+/// "2024-01-02", with the minute for intraday bars.
+QString momentText(BarTime moment, bool intraday);

@@ -1,0 +1,76 @@
+#include "app/chart/BarPlots.h"
+
+#include <algorithm>
+#include <cmath>
+
+BarPlot::BarPlot(QCPAxis* keyAxis, QCPAxis* valueAxis) : QCPAbstractPlottable(keyAxis, valueAxis)
+{
+    setAntialiased(false);
+}
+
+void BarPlot::setColors(const QColor& up, const QColor& down)
+{
+    up_ = up;
+    down_ = down;
+}
+
+double BarPlot::selectTest(const QPointF& /*pos*/, bool /*onlySelectable*/, QVariant* /*details*/) const
+{
+    return -1;
+}
+
+QCPRange BarPlot::getKeyRange(bool& foundRange, QCP::SignDomain /*inSignDomain*/) const
+{
+    foundRange = false;
+    return {};
+}
+
+QCPRange BarPlot::getValueRange(bool& foundRange, QCP::SignDomain /*inSignDomain*/,
+                                const QCPRange& /*inKeyRange*/) const
+{
+    foundRange = false;
+    return {};
+}
+
+void BarPlot::draw(QCPPainter* painter)
+{
+    if (!data_)
+        return;
+    const QCPRange range = keyAxis()->range();
+    const int first = std::max(0, static_cast<int>(std::floor(range.lower)));
+    const int last = std::min(data_->series.size() - 1, static_cast<int>(std::ceil(range.upper)));
+    const double barWidth = keyAxis()->axisRect()->width() / range.size();
+    // A gap of at least a pixel to the neighbour, as long as there is room for one.
+    const int body = std::max(1, static_cast<int>(std::floor(std::min(barWidth * 0.72, barWidth - 1))));
+    const int width = body % 2 == 0 ? body - 1 : body;
+    for (int i = first; i <= last; ++i) {
+        const Bar& bar = data_->series.at(i);
+        const Column column{static_cast<int>(std::floor(keyAxis()->coordToPixel(i))), width};
+        drawBar(*painter, bar, column, bar.close >= bar.open ? up_ : down_);
+    }
+}
+
+void BarPlot::drawLegendIcon(QCPPainter* /*painter*/, const QRectF& /*rect*/) const {}
+
+int BarPlot::yOf(double value) const
+{
+    return static_cast<int>(std::floor(valueAxis()->coordToPixel(value)));
+}
+
+void CandlePlot::drawBar(QCPPainter& painter, const Bar& bar, Column column, const QColor& color) const
+{
+    const int high = yOf(bar.high);
+    const int low = yOf(bar.low);
+    painter.fillRect(column.center, high, 1, low - high + 1, color);
+    const int top = yOf(std::max(bar.open, bar.close));
+    const int bottom = yOf(std::min(bar.open, bar.close));
+    painter.fillRect(column.center - column.width / 2, top, column.width, bottom - top + 1, color);
+}
+
+void VolumePlot::drawBar(QCPPainter& painter, const Bar& bar, Column column, const QColor& color) const
+{
+    if (!(bar.volume > 0))
+        return;
+    const int top = yOf(bar.volume);
+    painter.fillRect(column.center - column.width / 2, top, column.width, yOf(0) - top + 1, color);
+}

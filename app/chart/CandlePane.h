@@ -1,0 +1,27 @@
+#pragma once
+
+#include "app/chart/ChartPane.h"
+
+class QCPItemText;
+
+/// Candles, with the last price tagged on the axis.
+class CandlePane final : public ChartPane {
+public:
+    explicit CandlePane(const ChartViewport& viewport, QWidget* parent = nullptr);
+
+    void applyTheme(const ChartTheme& theme) override;
+
+protected:
+    [[nodiscard]] std::span<const Bar> plottedBars() const override { return chartData()->series.bars(); }
+    [[nodiscard]] PriceRange valueRange(int first, int last) const override;
+    [[nodiscard]] std::vector<AxisTick> valueTicks(double low, double high, int maxCount) const override;
+    [[nodiscard]] QString valueText(double value) const override;
+    [[nodiscard]] QString changeText(double from, double to) const override;
+    [[nodiscard]] std::optional<double> taggedValue() const override;
+    void updateDecoration() override;
+
+private:
+    QCPItemText* lastPrice_; // owned by the plot
+    QColor up_;
+    QColor down_;
+};

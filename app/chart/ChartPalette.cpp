@@ -1,0 +1,64 @@
+#include "app/chart/ChartPalette.h"
+
+#include "panels/QZPaintControl.h"
+#include "panels/QZPanelWindow.h"
+
+#include <QAbstractButton>
+
+#include <array>
+
+namespace {
+
+constexpr std::array digitTools{QZSTLineSegment,  QZSTStraight, QZSTRay,
+                                QZSTArrowSegment, QZSTHorizon,  QZSTToolPriceLine};
+
+} // namespace
+
+void ChartPalette::toggle()
+{
+    QZPanelWindow& panel = QZPaintControl::sharedManager().window();
+    if (isOpen()) {
+        panel.close();
+        return;
+    }
+    if (panel.chartWindow() == nullptr)
+        panel.move(window_.mapToGlobal(QPoint(12, 72)));
+    panel.addToWindowOf(window_);
+}
+
+bool ChartPalette::isOpen() const
+{
+    const QZPanelWindow& panel = QZPaintControl::sharedManager().window();
+    return panel.isVisible() && panel.chartWindow() == &window_;
+}
+
+void ChartPalette::takeOver()
+{
+    QZPanelWindow& panel = QZPaintControl::sharedManager().window();
+    if (panel.isVisible() && panel.chartWindow() != &window_)
+        panel.addToWindowOf(window_);
+}
+
+QAbstractButton* ChartPalette::button(QZShapeType type)
+{
+    return QZPaintControl::sharedManager().window().findChild<QAbstractButton*>(strQZShapeType(type));
+}
+
+bool ChartPalette::pressKey(int key)
+{
+    const int index = key - Qt::Key_1;
+    if (index < 0 || index >= static_cast<int>(digitTools.size()))
+        return false;
+    if (QAbstractButton* tool = button(digitTools[static_cast<std::size_t>(index)]))
+        tool->click();
+    return true;
+}
+
+void ChartPalette::follow(bool isIntraday, std::int64_t paneTypes)
+{
+    QZPaintControl& palette = QZPaintControl::sharedManager();
+    // The pane's tools narrow the profile's, so a profile that is set already has to be taken afresh.
+    palette.setControlKey(QString());
+    palette.setControlKey(isIntraday ? QZPaintControlRealTimeKey : QZPaintControlCandlestickKey);
+    palette.setEnableTypes(palette.enableTypes() & static_cast<std::uint64_t>(paneTypes));
+}

@@ -1,0 +1,103 @@
+#pragma once
+
+#include "app/chart/AxisTicks.h"
+#include "app/chart/ChartData.h"
+#include "app/chart/ChartTheme.h"
+#include "app/chart/ChartViewport.h"
+#include "app/chart/PaneScale.h"
+#include "surface/QZPaintManagerView.h"
+
+#include <memory>
+#include <optional>
+#include <span>
+
+class BarPlot;
+class QCPAxis;
+class QCPAxisRect;
+class QCPAxisTickerText;
+class QCustomPlot;
+
+/// One pane of the chart: bars over a time axis that all panes share, with a value axis of its own on the right. It
+/// answers the drawing tools' questions from its scale; what a value means (price or volume) is the derived pane's. Its
+/// object name tells its stored figures from those of the other panes.
+///
+/// Dates and times are those of the bars (yyyymmdd, hhmmss). Every bar index has one, so a figure's point may lie in
+/// the past and in the future as well as on a loaded bar.
+class ChartPane : public QZPaintManagerView {
+public:
+    [[nodiscard]] const PaneScale& scale() const { return scale_; }
+    [[nodiscard]] const std::shared_ptr<const ChartData>& chartData() const { return data_; }
+
+    virtual void setChartData(std::shared_ptr<const ChartData> shown);
+    virtual void applyTheme(const ChartTheme& theme);
+    /// Only the lowest pane writes the dates.
+    void setDateAxisVisible(bool visible);
+
+    /// Takes the values' range from the visible bars. Returns the width that the value axis needs (px).
+    int fitValues();
+    /// Shows bars and figures at the viewport's present place, with a value axis `axisWidth` px wide.
+    void refresh(int axisWidth);
+
+    /// The tools that have a figure, and the palette's functions.
+    [[nodiscard]] std::int64_t enableTypes() const override;
+    [[nodiscard]] std::optional<QZPaintLogicAxis> convertFromPoint(QZPoint point) const override;
+    [[nodiscard]] QZPoint convertFromLogicAxis(const QZPaintLogicAxis& axis) const override;
+    [[nodiscard]] bool canBeDraggedToLeft(QZPoint point) const override;
+    [[nodiscard]] bool canBeDraggedToRight(QZPoint point) const override;
+    [[nodiscard]] double convertXForMagnet(double x, bool canOverflow) const override;
+    [[nodiscard]] double getXPointWithLocation(float location, int gapCount) const override;
+    bool calcRegressionData(QZRegressionCalcData& lines) const override;
+    bool calcBoxLineData(QZBoxLineCalcData& boxData) const override;
+    [[nodiscard]] std::optional<QZPaintRetangleModel> infomationForRetangle(QZPoint start, QZPoint endPoint,
+                                                                            int deltaCount) const override;
+    [[nodiscard]] QZPoint convertPointForMagnet(QZPoint point, std::uint64_t style) const override;
+
+protected:
+    /// `viewport` is borrowed and outlives the pane.
+    ChartPane(const ChartViewport& viewport, QWidget* parent);
+
+    /// The bars with the values that this pane plots, one for each loaded bar.
+    [[nodiscard]] virtual std::span<const Bar> plottedBars() const = 0;
+    /// What the value axis shows while the bars `first` to `last` are visible; neither need be loaded.
+    [[nodiscard]] virtual PriceRange valueRange(int first, int last) const = 0;
+    [[nodiscard]] virtual std::vector<AxisTick> valueTicks(double low, double high, int maxCount) const = 0;
+    [[nodiscard]] virtual QString valueText(double value) const = 0;
+    /// The difference between two values.
+    [[nodiscard]] virtual QString changeText(double from, double to) const = 0;
+    /// A value that has a tag of its own on the axis.
+    [[nodiscard]] virtual std::optional<double> taggedValue() const { return std::nullopt; }
+    /// After the scale changed, before the plot is drawn.
+    virtual void updateDecoration() {}
+
+    /// Makes `plot`, which the chart owns from then on, the pane's marks.
+    void setBarPlot(BarPlot* plot) { barPlot_ = plot; }
+    [[nodiscard]] BarPlot* barPlot() const { return barPlot_; }
+    [[nodiscard]] QCustomPlot* plot() const { return plot_; }
+    [[nodiscard]] QCPAxis* timeAxis() const;
+    [[nodiscard]] QCPAxis* valueAxis() const;
+
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    /// Bars that are loaded, from one to the other.
+    struct LoadedRange {
+        int first = 0;
+        int last = -1;
+    };
+
+    void layOut();
+    void updateTicks();
+    /// The loaded bars between two x (px); nothing when there are none or an x is not a number.
+    [[nodiscard]] std::optional<LoadedRange> loadedBetween(double x1, double x2) const;
+    [[nodiscard]] std::span<const Bar> plottedBars(LoadedRange range) const;
+
+    const ChartViewport& viewport_;
+    std::shared_ptr<const ChartData> data_ = std::make_shared<const ChartData>();
+    PaneScale scale_;
+    int axisWidth_ = 60;
+    bool showsDates_ = false;
+    QCustomPlot* plot_;
+    BarPlot* barPlot_ = nullptr;
+    QSharedPointer<QCPAxisTickerText> dateTicker_;
+    QSharedPointer<QCPAxisTickerText> valueTicker_;
+};

@@ -1,0 +1,201 @@
+#include "app/chart/ChartSplitView.h"
+
+#include "app/chart/CandlePane.h"
+#include "app/chart/VolumePane.h"
+#include "surface/QZPaintLayer.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// One notch of a mouse wheel, in Qt's units.
+constexpr double wheelNotch = 120;
+constexpr double zoomStep = 1.2;
+/// Part of the screen that a notch, or an arrow key, scrolls.
+constexpr double scrollPart = 0.05;
+
+} // namespace
+
+ChartSplitView::ChartSplitView(QWidget* parent) : QZPaintSplitView(Qt::Vertical, parent)
+{
+    setHandleWidth(3);
+    addPane(new CandlePane(viewport_, this), 3);
+    addPane(new VolumePane(viewport_, this), 1);
+    panes_.back()->setDateAxisVisible(true);
+    connect(&viewport_, &ChartViewport::changed, this, &ChartSplitView::refreshPanes);
+    applyTheme();
+}
+
+void ChartSplitView::addPane(ChartPane* pane, int stretch)
+{
+    panes_.push_back(pane);
+    addWidget(pane);
+    pane->installEventFilter(this);
+    setStretchFactor(count() - 1, stretch);
+}
+
+void ChartSplitView::setChartData(const std::shared_ptr<const ChartData>& shown)
+{
+    for (ChartPane* pane : panes_)
+        pane->setChartData(shown);
+    viewport_.reset(shown->series.size());
+}
+
+void ChartSplitView::applyTheme()
+{
+    const ChartTheme theme = ChartTheme::current();
+    for (ChartPane* pane : panes_) {
+        pane->applyTheme(theme);
+        pane->paintLayer()->reloadGraphFontAndColor();
+    }
+    refreshPanes();
+}
+
+// All value axes are equally wide, so that a bar stands at the same x in every pane.
+void ChartSplitView::refreshPanes()
+{
+    int axisWidth = 0;
+    for (ChartPane* pane : panes_)
+        axisWidth = std::max(axisWidth, pane->fitValues());
+    for (ChartPane* pane : panes_)
+        pane->refresh(axisWidth);
+}
+
+void ChartSplitView::mousePressEvent(QMouseEvent* event)
+{
+    const QZPaintManagerView* before = activeView();
+    QZPaintSplitView::mousePressEvent(event);
+    startPanning(*event);
+    if (activeView() != before)
+        Q_EMIT activePaneChanged();
+}
+
+void ChartSplitView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    QZPaintSplitView::mouseDoubleClickEvent(event);
+    startPanning(*event);
+}
+
+// Only a press that neither places a point nor takes hold of a figure moves the chart.
+void ChartSplitView::startPanning(const QMouseEvent& event)
+{
+    auto* pane = dynamic_cast<ChartPane*>(activeView());
+    if (event.button() != Qt::LeftButton || pane == nullptr || pane->paintLayer()->currentGraph())
+        return;
+    pannedPane_ = pane;
+    panX_ = event.position().x();
+    pane->setCursor(Qt::ClosedHandCursor);
+}
+
+void ChartSplitView::pan(QPointF position)
+{
+    viewport_.scrollBy((panX_ - position.x()) / pannedPane_->scale().barWidth());
+    panX_ = position.x();
+}
+
+void ChartSplitView::stopPanning()
+{
+    if (pannedPane_)
+        pannedPane_->setCursor(Qt::ArrowCursor);
+    pannedPane_.clear();
+}
+
+void ChartSplitView::mouseMoveEvent(QMouseEvent* event)
+{
+    // A release that went elsewhere, as to a dialog, is noticed by the buttons.
+    if (pannedPane_ && (event->buttons() & Qt::LeftButton) == 0)
+        stopPanning();
+    if (pannedPane_)
+        pan(event->position());
+    else
+        QZPaintSplitView::mouseMoveEvent(event);
+    pointAt(event->position());
+}
+
+void ChartSplitView::mouseReleaseEvent(QMouseEvent* event)
+{
+    QZPaintSplitView::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton)
+        stopPanning();
+}
+
+bool ChartSplitView::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto* pane = event->type() == QEvent::Wheel ? dynamic_cast<ChartPane*>(watched) : nullptr;
+    if (pane == nullptr)
+        return QZPaintSplitView::eventFilter(watched, event);
+    turnWheel(*pane, *static_cast<QWheelEvent*>(event));
+    return true;
+}
+
+void ChartSplitView::turnWheel(const ChartPane& pane, const QWheelEvent& event)
+{
+    const QPoint turned = event.angleDelta();
+    const bool isSideways = std::abs(turned.x()) > std::abs(turned.y());
+    const double notches = (isSideways ? turned.x() : turned.y()) / wheelNotch;
+    if (isSideways || (event.modifiers() & Qt::ControlModifier) != 0)
+        viewport_.scrollBy(-notches * scrollPart * viewport_.span());
+    else
+        viewport_.zoom(std::pow(zoomStep, -notches), pane.scale().indexAt(event.position().x()));
+    pointAt(pane.mapTo(this, event.position()));
+}
+
+void ChartSplitView::keyPressEvent(QKeyEvent* event)
+{
+    QZPaintSplitView::keyPressEvent(event);
+    event->setAccepted(scrollByKey(*event));
+}
+
+bool ChartSplitView::scrollByKey(const QKeyEvent& event)
+{
+    const bool isFar = (event.modifiers() & Qt::ShiftModifier) != 0;
+    const double bars = isFar ? viewport_.span() : std::max(1.0, std::round(viewport_.span() * scrollPart));
+    const double middle = (viewport_.first() + viewport_.last()) / 2;
+    switch (event.key()) {
+    case Qt::Key_Left:
+        viewport_.scrollBy(-bars);
+        return true;
+    case Qt::Key_Right:
+        viewport_.scrollBy(bars);
+        return true;
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        viewport_.zoom(1 / zoomStep, middle);
+        return true;
+    case Qt::Key_Minus:
+        viewport_.zoom(zoomStep, middle);
+        return true;
+    case Qt::Key_Home:
+        viewport_.showFirstBar();
+        return true;
+    case Qt::Key_End:
+        viewport_.showLastBar();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void ChartSplitView::leaveEvent(QEvent* event)
+{
+    QZPaintSplitView::leaveEvent(event);
+    Q_EMIT barPointedAt(std::nullopt);
+}
+
+void ChartSplitView::pointAt(QPointF position)
+{
+    for (const ChartPane* pane : panes_) {
+        const QPointF local = pane->mapFrom(this, position);
+        const QZPoint point{local.x(), pane->height() - local.y()};
+        if (pane->scale().plot.contains(point)) {
+            Q_EMIT barPointedAt(pane->scale().barAt(point.x));
+            return;
+        }
+    }
+    Q_EMIT barPointedAt(std::nullopt);
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "app/chart/ChartData.h"
+#include "app/chart/ChartPane.h"
+#include "app/chart/ChartViewport.h"
+#include "surface/QZPaintSplitView.h"
+
+#include <QPointF>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+/// The chart: panes over one time axis, one above the other. What the mouse does not do to a figure it does to the
+/// chart: dragging scrolls, the wheel zooms about the pointer (scrolls with Ctrl, or sideways). Arrow keys scroll, with
+/// Shift by a screen; + and - zoom; Home and End go to the first and the last bar.
+class ChartSplitView : public QZPaintSplitView {
+    Q_OBJECT
+
+public:
+    explicit ChartSplitView(QWidget* parent = nullptr);
+
+    [[nodiscard]] ChartViewport& viewport() { return viewport_; }
+    [[nodiscard]] const std::vector<ChartPane*>& panes() const { return panes_; }
+
+    /// Shows other bars, the most recent ones first. Figures stay at their dates.
+    void setChartData(const std::shared_ptr<const ChartData>& shown);
+    void applyTheme();
+
+Q_SIGNALS:
+    /// The bar under the mouse, loaded or not; nothing when the mouse is on no pane's plot.
+    void barPointedAt(std::optional<int> bar);
+    /// A press chose another pane, or none.
+    void activePaneChanged();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    /// The wheel belongs to the chart where a pane is, and nowhere else.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void addPane(ChartPane* pane, int stretch);
+    void refreshPanes();
+    void startPanning(const QMouseEvent& event);
+    void pan(QPointF position);
+    void stopPanning();
+    void turnWheel(const ChartPane& pane, const QWheelEvent& event);
+    bool scrollByKey(const QKeyEvent& event);
+    void pointAt(QPointF position);
+
+    ChartViewport viewport_;
+    std::vector<ChartPane*> panes_; // owned as child widgets
+    QPointer<ChartPane> pannedPane_;
+    double panX_ = 0; ///< where the mouse was last while panning
+};

@@ -1,0 +1,37 @@
+#include "app/chart/ChartTheme.h"
+
+#include "platform/QZGlobalEnv.h"
+
+#include <QString>
+
+namespace {
+
+QColor themeColor(const char* key, QRgb otherwise)
+{
+    const auto color = QZGlobalEnv::getShareInstance().paletteLoad().getCustomColor(QString::fromLatin1(key));
+    return color.value_or(QColor::fromRgba(otherwise));
+}
+
+} // namespace
+
+ChartTheme ChartTheme::current()
+{
+    return {.background = themeColor("qzchart.background", 0xfffcfcfd),
+            .grid = themeColor("qzchart.grid", 0xffe9ebef),
+            .axisText = themeColor("qzchart.axisText", 0xff5a6270),
+            .candleUp = themeColor("qzchart.candleUp", 0xffd0312d),
+            .candleDown = themeColor("qzchart.candleDown", 0xff0b7f4b),
+            .volumeUp = themeColor("qzchart.volumeUp", 0x99d0312d),
+            .volumeDown = themeColor("qzchart.volumeDown", 0x990b7f4b)};
+}
+
+QPalette ChartTheme::windowPalette() const
+{
+    QPalette palette(background, background);
+    palette.setColor(QPalette::Base, background);
+    palette.setColor(QPalette::Window, background);
+    palette.setColor(QPalette::WindowText, axisText);
+    palette.setColor(QPalette::Text, axisText);
+    palette.setColor(QPalette::ButtonText, axisText);
+    return palette;
+}

@@ -1,0 +1,224 @@
+#include "app/chart/ChartWindow.h"
+
+#include "app/calendar/ChartCycle.h"
+#include "app/chart/AxisTicks.h"
+#include "app/chart/ChartSplitView.h"
+#include "panels/QZPaintControl.h"
+#include "platform/QZFont.h"
+#include "platform/QZGlobalEnv.h"
+#include "surface/QZPaintLayer.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QWindow>
+
+#include <memory>
+
+ChartWindow::ChartWindow(QWidget* parent)
+    : QMainWindow(parent),
+      chart_(new ChartSplitView(this)),
+      palette_(*this),
+      summary_(new QLabel(this)),
+      barLabel_(new QLabel(this))
+{
+    setWindowTitle(tr("qzchart"));
+    resize(1280, 800);
+    setCentralWidget(chart_);
+    addMenu();
+    addTools();
+    statusBar()->addWidget(summary_, 1);
+    statusBar()->addPermanentWidget(barLabel_);
+    connect(chart_, &ChartSplitView::activePaneChanged, this, &ChartWindow::followPane);
+    connect(chart_, &ChartSplitView::barPointedAt, this, &ChartWindow::describeBar);
+
+    QZNotificationCenter& center = QZNotificationCenter::defaultCenter();
+    styleObservation_ = center.observe(QZUIOverallStyleDidChangeNotification,
+                                       [this](const QZNotification&) { applyTheme(); });
+    applyTheme();
+    chart_->setEnablePaintControl(true);
+    chart_->setSupportPaint(true);
+    chart_->setFocus();
+}
+
+void ChartWindow::addMenu()
+{
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&Open…"), QKeySequence::Open, this, [this] { openFile(*this); });
+    file->addAction(tr("Open in &new window…"), QKeySequence::New, this, &ChartWindow::openWindow);
+    file->addAction(tr("Change login &user…"), this, &ChartWindow::changeUser);
+    file->addSeparator();
+    file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+}
+
+void ChartWindow::addTools()
+{
+    QToolBar* bar = addToolBar(tr("Chart"));
+    bar->setMovable(false);
+    const auto add = [this, bar](const QString& name, const QString& tip, auto slot) {
+        QAction* action = bar->addAction(name, this, slot);
+        action->setToolTip(tip);
+    };
+    add(tr("Drawing tools"), tr("Open or close the drawing tools (P); digits 1 to 6 pick a line"),
+        [this] { palette_.toggle(); });
+    add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"), &ChartWindow::switchTheme);
+}
+
+void ChartWindow::openWindow()
+{
+    auto window = std::make_unique<ChartWindow>();
+    if (!openFile(*window))
+        return;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window.release()->show();
+}
+
+void ChartWindow::switchTheme()
+{
+    QZGlobalEnv& environment = QZGlobalEnv::getShareInstance();
+    const bool isDark = environment.themeName() == QLatin1String("dark");
+    environment.setTheme(isDark ? QStringLiteral("light") : QStringLiteral("dark"));
+}
+
+bool ChartWindow::openFile(ChartWindow& target)
+{
+    const QString path =
+        QFileDialog::getOpenFileName(this, tr("Open bars"), QString(), tr("Bars (*.csv *.tsv *.txt);;All files (*)"));
+    if (path.isEmpty())
+        return false;
+    const BarReadResult result = readBars(path);
+    if (!result.isOk()) {
+        QMessageBox::warning(this, tr("Open bars"), result.error);
+        return false;
+    }
+    // One window per group of figures: the last of two to close would overwrite what the other one saved.
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* each : windows) {
+        auto* other = dynamic_cast<ChartWindow*>(each);
+        if (other == nullptr || other == &target || !other->isVisible() || !other->shows(result.series))
+            continue;
+        other->raise();
+        other->activateWindow();
+        return false;
+    }
+    target.showBars(result);
+    return true;
+}
+
+bool ChartWindow::shows(const BarSeries& series) const
+{
+    return series.name() == data_->series.name() && cycleOf(series) == cycleOf(data_->series);
+}
+
+void ChartWindow::showBars(const BarReadResult& result)
+{
+    // The same stock and period again, perhaps with more bars: the figures stay where they are.
+    const bool isSameGroup = shows(result.series);
+    if (!isSameGroup)
+        saveFigures();
+    data_ = std::make_shared<const ChartData>(result.series);
+    chart_->setChartData(data_);
+    if (!isSameGroup)
+        loadFigures();
+    summary_->setText(result.summary());
+    setWindowTitle(tr("%1 - qzchart").arg(data_->series.name()));
+    describeBar(std::nullopt);
+    followPane();
+}
+
+void ChartWindow::saveFigures()
+{
+    if (data_->series.isEmpty())
+        return;
+    releaseTools();
+    for (ChartPane* pane : chart_->panes())
+        pane->saveDB(data_->series.name(), cycleOf(data_->series), pane->objectName());
+}
+
+void ChartWindow::releaseTools()
+{
+    for (const ChartPane* pane : chart_->panes())
+        pane->paintLayer()->cancelCurrentGraph();
+    QZPaintControl::sharedManager().resetAllButtons(false);
+}
+
+void ChartWindow::loadFigures()
+{
+    for (ChartPane* pane : chart_->panes())
+        pane->loadDB(data_->series.name(), cycleOf(data_->series), pane->objectName());
+}
+
+void ChartWindow::changeUser()
+{
+    QZGlobalEnv& environment = QZGlobalEnv::getShareInstance();
+    bool isAccepted = false;
+    const QString user = QInputDialog::getText(this, tr("Login user"), tr("Whose figures to show:"), QLineEdit::Normal,
+                                               environment.loginUser(), &isAccepted);
+    if (!isAccepted || user.trimmed() == environment.loginUser())
+        return;
+    releaseTools();
+    environment.setLoginUser(user.trimmed());
+}
+
+void ChartWindow::closeEvent(QCloseEvent* event)
+{
+    saveFigures();
+    QMainWindow::closeEvent(event);
+}
+
+void ChartWindow::followPane()
+{
+    const QZPaintManagerView* active = chart_->activeView();
+    const QZPaintManagerView& pane = active == nullptr ? *chart_->panes().front() : *active;
+    ChartPalette::follow(data_->series.isIntraday(), pane.enableTypes());
+}
+
+void ChartWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::ActivationChange || !isActiveWindow())
+        return;
+    QZGlobalEnv::getShareInstance().setMainWindow(windowHandle());
+    chart_->resetPiantConfigDelegate();
+    palette_.takeOver();
+    followPane();
+}
+
+void ChartWindow::applyTheme()
+{
+    setPalette(ChartTheme::current().windowPalette());
+    chart_->applyTheme();
+}
+
+void ChartWindow::describeBar(std::optional<int> bar)
+{
+    QString text;
+    if (bar) {
+        text = momentText(data_->calendar.at(*bar), data_->series.isIntraday());
+        if (*bar >= 0 && *bar < data_->series.size()) {
+            const Bar& shown = data_->series.at(*bar);
+            text += tr("   O %1   H %2   L %3   C %4   V %5")
+                        .arg(priceText(shown.open), priceText(shown.high), priceText(shown.low), priceText(shown.close),
+                             volumeText(shown.volume));
+        }
+    }
+    if (barLabel_->text() != text)
+        barLabel_->setText(text);
+}
+
+void ChartWindow::keyPressEvent(QKeyEvent* event)
+{
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == 0;
+    if (isPlain && event->key() == Qt::Key_P)
+        palette_.toggle();
+    else if (isPlain && event->key() == Qt::Key_T)
+        switchTheme();
+    else if (!isPlain || !ChartPalette::pressKey(event->key()))
+        QMainWindow::keyPressEvent(event);
+}

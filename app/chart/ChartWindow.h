@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/bars/BarReader.h"
+#include "app/chart/ChartData.h"
+#include "app/chart/ChartPalette.h"
+#include "platform/QZNotificationCenter.h"
+
+#include <QMainWindow>
+
+#include <memory>
+#include <optional>
+
+class ChartSplitView;
+class QLabel;
+
+/// The reference host's window: candles above volume, drawing tools, and what the bar under the mouse says.
+class ChartWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit ChartWindow(QWidget* parent = nullptr);
+
+    [[nodiscard]] ChartSplitView& chart() { return *chart_; }
+
+    /// Shows what was read, which must be usable. The figures of what was shown are saved and those of what comes are
+    /// loaded; the same stock and period keeps its figures.
+    void showBars(const BarReadResult& result);
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void addMenu();
+    void addTools();
+    void openWindow();
+    /// Shows the file that the user picks in `target`; false when there is nothing to show.
+    bool openFile(ChartWindow& target);
+    /// Whether `series` is the stock and period on show.
+    [[nodiscard]] bool shows(const BarSeries& series) const;
+    /// Cancels what is being drawn and selected, and lets go of the palette's tool.
+    void releaseTools();
+    void saveFigures();
+    void loadFigures();
+    void changeUser();
+    static void switchTheme();
+    /// The palette offers what the active pane takes.
+    void followPane();
+    void applyTheme();
+    void describeBar(std::optional<int> bar);
+
+    std::shared_ptr<const ChartData> data_ = std::make_shared<const ChartData>();
+    ChartSplitView* chart_;
+    ChartPalette palette_;
+    QLabel* summary_;
+    QLabel* barLabel_;
+    QZObservation styleObservation_;
+};
