@@ -7,7 +7,8 @@
 #include <span>
 
 /// Straight line through closes by least squares, bars counted from 0, with its channel: parallels through the high
-/// that lies farthest above the line and the low that lies farthest below it.
+/// that lies farthest above the line and the low that lies farthest below it. So the channel encloses every candle, its
+/// halves as wide as the farthest excursions (Raff's regression channel takes the larger of the two for both).
 struct RegressionChannel {
     double atFirst = 0; ///< price of the line at the first bar
     double atLast = 0;  ///< price of the line at the last bar
