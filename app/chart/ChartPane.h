@@ -87,6 +87,9 @@ private:
 
     void layOut();
     void updateTicks();
+    /// What canBeDraggedToLeft(), with `direction` -1, and canBeDraggedToRight(), with 1, answer of a point at `x`,
+    /// given the plot's edge on that side (px).
+    [[nodiscard]] bool canBeDragged(double x, int direction, double edge, bool hasScreenBeyond) const;
     /// The loaded bars between two x (px); nothing when there are none or an x is not a number.
     [[nodiscard]] std::optional<LoadedRange> loadedBetween(double x1, double x2) const;
     [[nodiscard]] std::span<const Bar> plottedBars(LoadedRange range) const;

@@ -1,6 +1,8 @@
 #include "app/bars/BarStatistics.h"
 #include "app/chart/ChartPane.h"
+#include "model/QZPaintGraph.h"
 #include "model/QZPlaneGeometry.h"
+#include "surface/QZPaintLayer.h"
 #include "tools/QZPaintToolTable.h"
 
 #include <algorithm>
@@ -13,8 +15,6 @@ namespace {
 constexpr double magnetReach = 12;
 /// Screens beyond the reachable bars in which tools may still place lines.
 constexpr double screensBeyond = 4;
-/// Slack for a bar that lies on the very edge of what is reachable (bars).
-constexpr double edgeSlack = 1e-6;
 
 } // namespace
 
@@ -39,15 +39,30 @@ QZPoint ChartPane::convertFromLogicAxis(const QZPaintLogicAxis& axis) const
     return {scale_.xOf(data_->calendar.indexOf({axis.date, axis.time})), scale_.yOf(axis.price)};
 }
 
-// A figure must not go where scrolling cannot follow it.
 bool ChartPane::canBeDraggedToLeft(QZPoint point) const
 {
-    return scale_.indexAt(point.x) >= viewport_.firstReachable() - edgeSlack;
+    return canBeDragged(point.x, -1, scale_.plot.minX(), viewport_.hasScreenBefore());
 }
 
 bool ChartPane::canBeDraggedToRight(QZPoint point) const
 {
-    return scale_.indexAt(point.x) <= viewport_.lastReachable() + edgeSlack;
+    return canBeDragged(point.x, 1, scale_.plot.maxX(), viewport_.hasScreenAfter());
+}
+
+// A figure may leave the plot only where scrolling can follow it. A drag is at most as long as the plot is wide, as the
+// mouse stays on it: with a screen to scroll beyond the edge the figure cannot get out of reach, with less the edge
+// holds it. None of this depends on how far one mouse move goes.
+bool ChartPane::canBeDragged(double x, int direction, double edge, bool hasScreenBeyond) const
+{
+    if (std::isnan(x))
+        return false;
+    const auto beyond = [direction, edge](double each) { return (each - edge) * direction; };
+    if (hasScreenBeyond || beyond(x) < 0)
+        return true;
+    // A figure that scrolling or zooming left across the edge is not pulled back to it: it may only return.
+    const auto& figure = paintLayer()->currentGraph();
+    return beyond(x) == 0 && figure &&
+           std::ranges::any_of(figure->points(), [&](QZPoint point) { return beyond(point.x) > 0; });
 }
 
 double ChartPane::convertXForMagnet(double x, bool canOverflow) const

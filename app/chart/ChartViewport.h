@@ -21,6 +21,9 @@ public:
     /// The indices that scrolling can bring into view at the present zoom.
     [[nodiscard]] double firstReachable() const;
     [[nodiscard]] double lastReachable() const;
+    /// Whether one may scroll on by a whole screen.
+    [[nodiscard]] bool hasScreenBefore() const { return first() - span_ >= firstReachable(); }
+    [[nodiscard]] bool hasScreenAfter() const { return last() + span_ <= lastReachable(); }
 
     /// Shows the most recent of `barCount` bars at the usual zoom.
     void reset(int barCount);

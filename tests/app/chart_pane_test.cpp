@@ -54,12 +54,19 @@ protected:
     QPoint at(int bar, double price) const { return at({candles.scale().xOf(bar), candles.scale().yOf(price)}); }
 
     void click(QPoint position) { QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, position); }
-    void drag(QPoint from, QPoint to)
+    /// Presses and moves there in `steps`; the button stays down.
+    void grab(QPoint from, QPoint to, int steps = 2)
     {
         QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, from);
-        QTest::mouseMove(window.windowHandle(), (from + to) / 2);
-        QTest::mouseMove(window.windowHandle(), to);
-        QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, to);
+        for (int step = 1; step <= steps; ++step)
+            QTest::mouseMove(window.windowHandle(), from + (to - from) * step / steps);
+        QTest::qWait(0);
+    }
+    void drop(QPoint at) { QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, at); }
+    void drag(QPoint from, QPoint to)
+    {
+        grab(from, to);
+        drop(to);
     }
     void key(Qt::Key code) { QTest::keyClick(window.windowHandle(), code); }
 
@@ -169,9 +176,6 @@ TEST_F(ChartTest, LeavesAThirdOfTheScreenFilledAtBothEnds)
 {
     viewport.scrollBy(1e9);
     EXPECT_NEAR(299.5 - viewport.first(), viewport.span() / 3, 1e-9);
-    const double right = candles.scale().plot.maxX();
-    EXPECT_TRUE(candles.canBeDraggedToRight({right, 0}));
-    EXPECT_FALSE(candles.canBeDraggedToRight({right + 1, 0}));
     viewport.scrollBy(-1e9);
     EXPECT_NEAR(viewport.last() + 0.5, viewport.span() / 3, 1e-9);
     viewport.scrollBy(notANumber);
@@ -220,6 +224,49 @@ TEST_F(ChartTest, PansOnlyWhereNoFigureTakesThePress)
 
     drag(at({500, 30}), at({500 + 4 * candles.scale().barWidth(), 30}));
     EXPECT_LT(viewport.first(), first - 3);
+}
+
+// A drag at the mouse's full speed is a single move.
+TEST_F(ChartTest, HoldsADraggedFigureAtTheEdgeBeyondWhichNoScreenRemains)
+{
+    struct Row {
+        const char* name;
+        Qt::Key start;
+        double scrolled; // bars from the start
+        int firstBar;    // of a segment of ten bars
+        int moved;       // bars
+        double expected; // index where its first point is drawn
+    };
+    for (const Row& row : {Row{"left edge, Home", Qt::Key_Home, 0, 20, -30, -6.5},
+                           Row{"right edge, End", Qt::Key_End, 0, 270, 30, 305.5 - 10},
+                           Row{"left edge, a screen before it", Qt::Key_Home, 47, 50, -14, 36},
+                           Row{"left edge, less than a screen before it", Qt::Key_Home, 45, 50, -14, 38.5},
+                           Row{"right edge, a screen after it", Qt::Key_End, -47, 240, 13, 253},
+                           Row{"right edge, less than a screen after it", Qt::Key_End, -45, 240, 13, 250.5}}) {
+        for (const int steps : {1, 20}) {
+            SCOPED_TRACE(std::string(row.name) + ", steps: " + std::to_string(steps));
+            key(row.start);
+            viewport.scrollBy(row.scrolled);
+            drawSegment(row.firstBar, row.firstBar + 10);
+            const QPoint end = at(row.firstBar + 5 + row.moved, 101);
+            grab(at(row.firstBar + 5, 102.5), end, steps);
+            EXPECT_NEAR(candles.scale().indexAt(figure()->points()[0].x), row.expected, 0.1);
+            EXPECT_LT(figure()->points()[0].y, candles.scale().yOf(99));
+            drop(end);
+            key(Qt::Key_Delete);
+        }
+    }
+}
+
+TEST_F(ChartTest, DoesNotPullAFigureBackThatLiesAcrossTheEdge)
+{
+    drawSegment(280, 304);
+    viewport.zoom(0.8, 240);
+    ASSERT_LT(viewport.last(), 300);
+    for (const auto& [moved, firstBar] : {std::pair(5, 280), std::pair(-5, 275)}) {
+        drag(at(285, 101), at(285 + moved, 101));
+        EXPECT_EQ(figure()->logicAxises()[0].date, candles.chartData()->series.at(firstBar).date);
+    }
 }
 
 TEST_F(ChartTest, HandlesAndToolBarFollowTheTheme)
