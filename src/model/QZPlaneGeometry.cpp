@@ -57,12 +57,7 @@ double minDistanceFromPointToSegment(QZPoint p, QZPoint a, QZPoint b)
 {
     if (a == b)
         return distanceOfPoints(p, a);
-    const double A = a.y - b.y;
-    const double B = b.x - a.x;
-    const double C = a.x * b.y - a.y * b.x;
-    const double D = A * p.y - B * p.x;
-    const double N = A * A + B * B;
-    const QZPoint foot{-(B * D + A * C) / N, (A * D - B * C) / N};
+    const QZPoint foot = footOfPerpendicular(p, a, b);
     // A vertical segment is measured as its whole line: beside it but beyond its ends still counts as near.
     if (a.x == b.x)
         return distanceOfPoints(p, foot);
@@ -87,6 +82,28 @@ QZPoint getPointFromLineViaY(double y, QZPoint a, QZPoint b)
     if (a.y - b.y == 0.0)
         return missingPoint;
     return {-((b.x - a.x) * y + (b.y * a.x - a.y * b.x)) / (a.y - b.y), y};
+}
+
+QZPoint footOfPerpendicular(QZPoint p, QZPoint a, QZPoint b)
+{
+    const double A = a.y - b.y;
+    const double B = b.x - a.x;
+    const double C = a.x * b.y - a.y * b.x;
+    const double D = A * p.y - B * p.x;
+    const double N = A * A + B * B;
+    return {-(B * D + A * C) / N, (A * D - B * C) / N};
+}
+
+QZLine lineAcross(QZRect frame, QZPoint a, QZPoint b)
+{
+    if (a.x == b.x) {
+        const QZPoint top{a.x, frame.maxY()};
+        const QZPoint bottom{a.x, frame.minY()};
+        return b.y < a.y ? QZLine{top, bottom} : QZLine{bottom, top};
+    }
+    const QZPoint left = getPointFromLine(frame.minX(), a, b);
+    const QZPoint right = getPointFromLine(frame.maxX(), a, b);
+    return b.x < a.x ? QZLine{right, left} : QZLine{left, right};
 }
 
 std::int32_t truncatedToInt(double value)

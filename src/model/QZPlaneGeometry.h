@@ -26,6 +26,12 @@ QZPoint getPointFromLine(double x, QZPoint a, QZPoint b);
 /// The point of the line through `a` and `b` at `y`; missingPoint for a horizontal line, coincident points included.
 QZPoint getPointFromLineViaY(double y, QZPoint a, QZPoint b);
 
+/// The point of the infinite line through `a` and `b` that is nearest to `p`; not a number when both are the same.
+QZPoint footOfPerpendicular(QZPoint p, QZPoint a, QZPoint b);
+/// The line through `a` and `b` from side to side of `frame`, in the direction from `a` to `b`; from top to bottom when
+/// both have the same x. Both ends are missingPoint when their x differ by less than 0.0001.
+QZLine lineAcross(QZRect frame, QZPoint a, QZPoint b);
+
 /// The whole part; the nearest 32-bit integer where it has none, 0 for not-a-number.
 std::int32_t truncatedToInt(double value);
 

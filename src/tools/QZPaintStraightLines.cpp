@@ -27,21 +27,6 @@ void QZPaintSegmentLine::drawFigure(QZGraphicsContext& context)
     context.strokeSegment({points()[0], points()[1]});
 }
 
-QZLine QZPaintStraightLine::linePoints() const
-{
-    const QZPoint p0 = points()[0];
-    const QZPoint p1 = points()[1];
-    const QZRect f = frame();
-    if (p0.x == p1.x) {
-        const QZPoint top{p0.x, f.maxY()};
-        const QZPoint bottom{p0.x, f.minY()};
-        return p1.y < p0.y ? QZLine{top, bottom} : QZLine{bottom, top};
-    }
-    const QZPoint left = getPointFromLine(f.minX(), p0, p1);
-    const QZPoint right = getPointFromLine(f.maxX(), p0, p1);
-    return p1.x < p0.x ? QZLine{right, left} : QZLine{left, right};
-}
-
 double QZPaintStraightLine::minDistanceFromPoint(QZPoint point)
 {
     return minDistanceFromPointToLine(point, points()[0], points()[1]);
@@ -50,7 +35,7 @@ double QZPaintStraightLine::minDistanceFromPoint(QZPoint point)
 void QZPaintStraightLine::drawFigure(QZGraphicsContext& context)
 {
     if (points()[0] != points()[1])
-        context.strokeSegment(linePoints());
+        context.strokeSegment(lineAcross(frame(), points()[0], points()[1]));
 }
 
 QZLine QZPaintRayLine::linePoints() const

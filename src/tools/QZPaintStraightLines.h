@@ -23,9 +23,6 @@ public:
 
 protected:
     void drawFigure(QZGraphicsContext& context) override;
-
-private:
-    [[nodiscard]] QZLine linePoints() const;
 };
 
 /// The ray from the first key point through the second one to the edge of the layer.

@@ -8,14 +8,21 @@ void strokeLines(QZGraphicsContext& context, std::span<const QZLine> lines)
         context.strokeSegment(line);
 }
 
+void addPolyline(QZGraphicsContext& context, std::span<const QZPoint> points)
+{
+    if (points.empty())
+        return;
+    context.moveTo(points.front());
+    for (const QZPoint point : points.subspan(1))
+        context.lineTo(point);
+}
+
 void strokePolyline(QZGraphicsContext& context, std::span<const QZPoint> points)
 {
     if (points.size() < 2)
         return;
     context.beginPath();
-    context.moveTo(points.front());
-    for (const QZPoint point : points.subspan(1))
-        context.lineTo(point);
+    addPolyline(context, points);
     context.strokePath();
 }
 

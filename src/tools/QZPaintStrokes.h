@@ -11,6 +11,8 @@
 
 /// Strokes each line by itself, in order.
 void strokeLines(QZGraphicsContext& context, std::span<const QZLine> lines);
+/// Adds a subpath through all points to the current path.
+void addPolyline(QZGraphicsContext& context, std::span<const QZPoint> points);
 /// Strokes one path through all points; nothing for less than two.
 void strokePolyline(QZGraphicsContext& context, std::span<const QZPoint> points);
 
