@@ -2,6 +2,7 @@
 
 #include "tools/QZPaintMarks.h"
 #include "tools/QZPaintMeasuring.h"
+#include "tools/QZPaintParallelChannels.h"
 #include "tools/QZPaintRangeStatistics.h"
 #include "tools/QZPaintRegression.h"
 #include "tools/QZPaintStraightLines.h"
@@ -41,8 +42,10 @@ constexpr std::array tools = std::to_array<QZPaintToolRow>({
     {QZSTRay, create<QZPaintRayLine>},
     {QZSTHorizon, create<QZPaintHorizonLine>},
     {QZSTStraight, create<QZPaintStraightLine>},
+    {QZSTParallel, create<QZPaintParalleLine>},
     {QZSTLineRegression, create<QZPaintRegressionLine>},
     {QZSTArrowSegment, create<QZPaintSegmentArrow>},
+    {QZSTParallelSegment, create<QZPaintParalleSegment>},
     {QZSTToolText, createNote},
     {QZSTToolUp, [] { return createMark(QZPaintToolUp::upGlyph, riseColor); }},
     {QZSTToolDown, [] { return createMark(QZPaintToolUp::downGlyph, dropColor); }},
