@@ -6,6 +6,8 @@
 #include "tools/QZPaintRangeStatistics.h"
 #include "tools/QZPaintRegression.h"
 #include "tools/QZPaintStraightLines.h"
+#include "tools/QZPaintWaveRules.h"
+#include "tools/QZPaintWaves.h"
 
 #include <algorithm>
 #include <array>
@@ -46,10 +48,17 @@ constexpr std::array tools = std::to_array<QZPaintToolRow>({
     {QZSTLineRegression, create<QZPaintRegressionLine>},
     {QZSTArrowSegment, create<QZPaintSegmentArrow>},
     {QZSTParallelSegment, create<QZPaintParalleSegment>},
+    {QZST5Waves, create<QZPaintFiveWaves>},
+    {QZST3Waves, create<QZPaintThreeWaves>},
     {QZSTToolText, createNote},
     {QZSTToolUp, [] { return createMark(QZPaintToolUp::upGlyph, riseColor); }},
     {QZSTToolDown, [] { return createMark(QZPaintToolUp::downGlyph, dropColor); }},
+    {QZST8Waves, create<QZPaintEightWaves>},
+    {QZSTHeadLine, create<QZPaintHeadLine>},
+    {QZSTMWLine, create<QZPaintMWLine>},
     {QZSTRangeRule, create<QZPaintRangeRule>},
+    {QZSTWaveRule, create<QZPaintWaveRule>},
+    {QZSTTurnRule, create<QZPaintTurnRule>},
     {QZSTRegionRegression, create<QZPaintRegressionRegion>},
     {QZSTBoxLine, create<QZPaintBoxLine>},
     {QZSTPipeRegression, create<QZPaintRegressionPipe>},
