@@ -1,5 +1,6 @@
 #include "tools/QZPaintToolTable.h"
 
+#include "tools/QZPaintLevels.h"
 #include "tools/QZPaintMarks.h"
 #include "tools/QZPaintMeasuring.h"
 #include "tools/QZPaintParallelChannels.h"
@@ -50,12 +51,15 @@ constexpr std::array tools = std::to_array<QZPaintToolRow>({
     {QZSTParallelSegment, create<QZPaintParalleSegment>},
     {QZST5Waves, create<QZPaintFiveWaves>},
     {QZST3Waves, create<QZPaintThreeWaves>},
+    {QZSTGoldenSection, create<QZPaintGoldenSelection>},
+    {QZSTPercentage, create<QZPaintPercentage>},
     {QZSTToolText, createNote},
     {QZSTToolUp, [] { return createMark(QZPaintToolUp::upGlyph, riseColor); }},
     {QZSTToolDown, [] { return createMark(QZPaintToolUp::downGlyph, dropColor); }},
     {QZST8Waves, create<QZPaintEightWaves>},
     {QZSTHeadLine, create<QZPaintHeadLine>},
     {QZSTMWLine, create<QZPaintMWLine>},
+    {QZSTHorizonSpace, create<QZPaintHorizonSpace>},
     {QZSTRangeRule, create<QZPaintRangeRule>},
     {QZSTWaveRule, create<QZPaintWaveRule>},
     {QZSTTurnRule, create<QZPaintTurnRule>},
