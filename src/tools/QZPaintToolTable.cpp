@@ -1,5 +1,6 @@
 #include "tools/QZPaintToolTable.h"
 
+#include "tools/QZPaintFans.h"
 #include "tools/QZPaintLevels.h"
 #include "tools/QZPaintMarks.h"
 #include "tools/QZPaintMeasuring.h"
@@ -53,6 +54,7 @@ constexpr std::array tools = std::to_array<QZPaintToolRow>({
     {QZST3Waves, create<QZPaintThreeWaves>},
     {QZSTGoldenSection, create<QZPaintGoldenSelection>},
     {QZSTPercentage, create<QZPaintPercentage>},
+    {QZSTGannFan, create<QZPaintGannFan>},
     {QZSTToolText, createNote},
     {QZSTToolUp, [] { return createMark(QZPaintToolUp::upGlyph, riseColor); }},
     {QZSTToolDown, [] { return createMark(QZPaintToolUp::downGlyph, dropColor); }},
@@ -63,6 +65,7 @@ constexpr std::array tools = std::to_array<QZPaintToolRow>({
     {QZSTRangeRule, create<QZPaintRangeRule>},
     {QZSTWaveRule, create<QZPaintWaveRule>},
     {QZSTTurnRule, create<QZPaintTurnRule>},
+    {QZSTSpeedResistance, create<QZPaintSpeedResistance>},
     {QZSTRegionRegression, create<QZPaintRegressionRegion>},
     {QZSTBoxLine, create<QZPaintBoxLine>},
     {QZSTPipeRegression, create<QZPaintRegressionPipe>},

@@ -37,6 +37,20 @@ protected:
         return lines;
     }
 
+    /// What is drawn at a width of 1, without what all of that has in common: `0,0-9,9;0,0-9,9 dash 5,3;"1" 9,9;`
+    static std::string brief(QZPaintGraph& graph)
+    {
+        std::string all;
+        for (std::string line : drawn(graph)) {
+            line.erase(0, line.find(' ') + 1);
+            for (const std::string common : {" w1", " 11px", " #010203"})
+                if (const auto at = line.find(common); at != std::string::npos)
+                    line.erase(at, common.size());
+            all += line + ";";
+        }
+        return all;
+    }
+
     std::shared_ptr<TestOwner> owner = std::make_shared<TestOwner>();
     TestChart& chart = owner->testChart;
 };
