@@ -6,9 +6,9 @@
 
 namespace {
 
-// The first turns of a walk may fall on one bar: 1 and 1 are the first two Fibonacci numbers, and the origin need not
-// lie on its bar. More answers in a row that do not go on never will.
-constexpr int mostStandstills = 3;
+// Turns may fall on one x: the first two Fibonacci numbers are 1, and a host that answers whole pixels gives many
+// narrow bars the same one. So many in a row are none of a chart that still goes on.
+constexpr int mostStandstills = 1000;
 // One line per px over all that can be drawn: what is denser is a smear that must not hold up the host.
 constexpr std::int32_t mostTurns = 200000;
 
@@ -26,13 +26,15 @@ public:
     bool next()
     {
         // A host that has no bar there has none further on either.
-        if (x_ == missingCoordinate || turn_ == mostTurns)
+        if (x_ >= missingCoordinate || turn_ == mostTurns)
             return false;
         const auto x = positionOfTurn_(turn_ + 1);
         if (!x || std::isnan(*x))
             return false;
-        standstills_ = (walk_.isRightward ? *x > x_ : *x < x_) ? 0 : standstills_ + 1;
-        if (standstills_ == mostStandstills)
+        const bool goesBack = walk_.isRightward ? *x < x_ : (*x > x_ && *x < missingCoordinate);
+        standstills_ = *x == x_ ? standstills_ + 1 : 0;
+        // The first turn may go back: the origin need not lie in the middle of its bar.
+        if ((goesBack && turn_ > 0) || standstills_ == mostStandstills)
             return false;
         x_ = *x;
         ++turn_;

@@ -7,8 +7,8 @@
 #include <optional>
 
 /// Vertical lines that repeat over time, one per turn, from an origin towards one side of the chart until the first
-/// one beyond what is visible (Fibonacci time zones, cycles). Turns left out on the near side are those before the
-/// origin's side of the visible area is reached, and the first one that reaches it.
+/// one beyond what is visible, that one included (Fibonacci time zones, cycles). From an origin out of sight, the first
+/// turn that comes into sight is left out as well.
 struct QZPaintZoneWalk {
     double origin = 0.0; ///< x (px) from which the turns count
     bool isRightward = true;
@@ -19,6 +19,6 @@ struct QZPaintZoneWalk {
     using Visit = std::function<void(double x, std::int32_t k)>;
 
     /// Calls `visit` for each turn that shows. Ends whatever a host answers: behind missingCoordinate, which says that
-    /// there is no such bar, at not-a-number, and when several answers in a row do not go on.
+    /// there is no such bar, and at not-a-number, a turn that goes back, or very many in a row that stand still.
     void run(const PositionOfTurn& positionOfTurn, const Visit& visit) const;
 };

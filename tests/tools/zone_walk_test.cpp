@@ -54,8 +54,9 @@ TEST(ZoneWalk, TurnsThatShowAndEndsOfAWalk)
         {"no such bar, rightward", 10, true, [](int) { return missingCoordinate; }, {{missingCoordinate, 1}}},
         {"no such bar, leftward", 10, false, [](int) { return missingCoordinate; }, {{missingCoordinate, 1}}},
         {"no such bar, from beyond", 170, false, [](int) { return missingCoordinate; }, {}},
-        {"the same bar for ever", 10, true, [](int) { return 10.0; }, {{10, 1}, {10, 2}}},
-        {"the wrong way", 10, true, [](int k) { return 10.0 - k; }, {{9, 1}, {8, 2}}},
+        {"the wrong way", 10, true, [](int k) { return 10.0 - k; }, {{9, 1}}},
+        {"the wrong way, leftward", 10, false, [](int k) { return 10.0 + k; }, {{11, 1}}},
+        {"origin beside its bar", 12, true, [](int k) { return k < 3 ? 10 : 40.0 * k; }, {{10, 1}, {10, 2}, {120, 3}}},
         {"not a number", 10, true, [nan](int k) { return k == 1 ? 20 : nan; }, {{20, 1}}},
         {"origin not a number", nan, true, [](int k) { return 1.0 * k; }, {}},
     };
@@ -69,4 +70,6 @@ TEST(ZoneWalk, TurnsThatShowAndEndsOfAWalk)
               (Visits{{30, 1}, {60, 2}}))
         << "ended by the tool";
     EXPECT_EQ(visits(walk, [](int k) { return k * 1e-9; }).size(), 200000U) << "denser than any picture";
+    EXPECT_EQ(visits(walk, [](int k) { return std::floor(k / 200.0); }).size(), 101U * 200) << "200 bars in a pixel";
+    EXPECT_EQ(visits(walk, [](int) { return 0.0; }).size(), 999U) << "the same bar for ever";
 }
