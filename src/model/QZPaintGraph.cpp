@@ -90,6 +90,13 @@ double QZPaintGraph::priceAt(QZPoint point) const
     return axis ? axis->price : 0.0;
 }
 
+std::optional<QZPaintRetangleModel> QZPaintGraph::rangeOfPoints() const
+{
+    Q_ASSERT(maxPointCount() >= 2);
+    const QZPaintChart* host = chart();
+    return host == nullptr ? std::nullopt : host->infomationForRetangle(points_[0], points_[1], deltaCount_);
+}
+
 QFont QZPaintGraph::captionFont() const
 {
     return systemFont(static_cast<double>(lineWidth_) + 10.0);

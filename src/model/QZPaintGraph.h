@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/QZDrawingTypes.h"
+#include "model/QZHostRecords.h"
 #include "model/QZPaintLogicAxis.h"
 #include "platform/QZCursor.h"
 #include "platform/QZGeometry.h"
@@ -193,6 +194,8 @@ protected:
     [[nodiscard]] const QZPaintChart* chart() const;
     /// Price at the height of `point`, 0 where the chart has none.
     [[nodiscard]] double priceAt(QZPoint point) const;
+    /// What the chart says of the bars between the first two key points.
+    [[nodiscard]] std::optional<QZPaintRetangleModel> rangeOfPoints() const;
     /// Font of most captions: the system's, 10 px larger than the line is wide.
     [[nodiscard]] QFont captionFont() const;
     /// The layer's rectangle (px), all zero without a layer.
