@@ -8,6 +8,7 @@
 #include "tools/QZPaintRangeStatistics.h"
 #include "tools/QZPaintRegression.h"
 #include "tools/QZPaintStraightLines.h"
+#include "tools/QZPaintTimeCycles.h"
 #include "tools/QZPaintWaveRules.h"
 #include "tools/QZPaintWaves.h"
 
@@ -54,7 +55,13 @@ constexpr std::array tools = std::to_array<QZPaintToolRow>({
     {QZST3Waves, create<QZPaintThreeWaves>},
     {QZSTGoldenSection, create<QZPaintGoldenSelection>},
     {QZSTPercentage, create<QZPaintPercentage>},
+    {QZSTFibonacci, create<QZPaintFibonacci>},
     {QZSTGannFan, create<QZPaintGannFan>},
+    {QZSTCycle, create<QZPaintCycleLine>},
+    {QZSTSymmetric, create<QZPaintSymmetricLine>},
+    {QZSTSymmetricAngle, create<QZPaintSymmetricAngleLine>},
+    {QZSTTimeRule, create<QZPaintTimeRule>},
+    {QZSTFreeFeis, create<QZPaintFreeFeis>},
     {QZSTToolText, createNote},
     {QZSTToolUp, [] { return createMark(QZPaintToolUp::upGlyph, riseColor); }},
     {QZSTToolDown, [] { return createMark(QZPaintToolUp::downGlyph, dropColor); }},

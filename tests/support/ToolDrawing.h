@@ -4,6 +4,7 @@
 #include "support/TestOwner.h"
 #include "tools/QZPaintToolTable.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -49,6 +50,29 @@ protected:
             all += line + ";";
         }
         return all;
+    }
+
+    /// A figure clicked through `points`, what brief() tells of it (how it begins, before "..."), and a hit distance.
+    struct Figure {
+        const char* name;
+        QZShapeType type;
+        Points points;
+        std::string drawing;
+        QZPoint at;
+        double distance;
+    };
+
+    void expectFigures(const std::vector<Figure>& figures)
+    {
+        for (const Figure& figure : figures) {
+            SCOPED_TRACE(figure.name);
+            const auto graph = tool(figure.type, figure.points);
+            std::string drawing = brief(*graph);
+            if (figure.drawing.ends_with("..."))
+                drawing.replace(std::min(drawing.size(), figure.drawing.size() - 3), std::string::npos, "...");
+            EXPECT_EQ(drawing, figure.drawing);
+            EXPECT_DOUBLE_EQ(graph->minDistanceFromPoint(figure.at), figure.distance);
+        }
     }
 
     std::shared_ptr<TestOwner> owner = std::make_shared<TestOwner>();
