@@ -16,7 +16,7 @@ QString percentCaption(double percent, int decimals)
     return fixedText(percent, decimals) + u'%';
 }
 
-QString countCaption(const QString& identify, std::int32_t count)
+QString countCaption(const QString& identify, std::int64_t count)
 {
     return identify + QStringLiteral(" : ") + QString::number(count);
 }

@@ -11,4 +11,4 @@ QString percentCaption(double percent, int decimals);
 QString priceCaption(double price, int decimals);
 
 /// "bars : 12": what a host calls the bars of a range, and how many there are.
-QString countCaption(const QString& identify, std::int32_t count);
+QString countCaption(const QString& identify, std::int64_t count);

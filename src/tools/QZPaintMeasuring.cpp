@@ -86,9 +86,7 @@ QColor QZPaintToolRule::captionColor(const QZPaintRetangleModel& range) const
 
 void QZPaintToolRule::drawInfomation(QZGraphicsContext& context) const
 {
-    const QZPaintChart* host = chart();
-    const auto range =
-        host == nullptr ? std::nullopt : host->infomationForRetangle(points()[0], points()[1], deltaCount());
+    const auto range = rangeOfPoints();
     if (!range || range->varyPrice.isNull())
         return;
     const QString text =
@@ -133,9 +131,7 @@ void QZPaintRangeRule::drawFigure(QZGraphicsContext& context)
 
 void QZPaintRangeRule::drawInfomation(QZGraphicsContext& context) const
 {
-    const QZPaintChart* host = chart();
-    const auto range =
-        host == nullptr ? std::nullopt : host->infomationForRetangle(points()[0], points()[1], deltaCount());
+    const auto range = rangeOfPoints();
     if (!range)
         return;
     const auto width = static_cast<double>(lineWidth());

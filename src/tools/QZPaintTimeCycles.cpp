@@ -4,6 +4,7 @@
 #include "model/QZPlaneGeometry.h"
 #include "platform/QZFont.h"
 #include "platform/QZNumberText.h"
+#include "tools/QZPaintCaption.h"
 #include "tools/QZPaintStrokes.h"
 #include "tools/QZPaintZoneWalk.h"
 
@@ -169,8 +170,7 @@ void QZPaintTimeRule::drawBarCount(QZGraphicsContext& context) const
     const auto range = rangeOfPoints();
     if (!range || range->identify.isNull())
         return;
-    const QString text =
-        range->identify + QStringLiteral(" : ") + QString::number(std::abs(std::int64_t{range->count}));
+    const QString text = countCaption(range->identify, std::abs(std::int64_t{range->count}));
     const QFont font = captionFont();
     const QZLine middle = lines().back();
     const double x = (middle.start.x + middle.end.x - measureText(text, font).width) / 2.0;

@@ -75,6 +75,7 @@ TEST_F(GraphStore, EveryToolComesBackAsItWas)
         if (tool.type == QZSTToolRangeStatistics)
             continue;
         std::vector<RecordingContext> before(12);
+        std::vector<QColor> fills; // some tools tint theirs while they draw
         view.loadDB(stock, day, strQZShapeType(tool.type));
         for (std::uint64_t i = 0; i < before.size(); ++i) {
             const auto graph = figure(view, tool.type, i);
@@ -86,6 +87,7 @@ TEST_F(GraphStore, EveryToolComesBackAsItWas)
             graph->setLocked(i % 2 == 0);
             add(view, graph);
             graph->drawInContext(before[i]);
+            fills.push_back(graph->fillColor());
         }
         view.saveDB(stock, day, strQZShapeType(tool.type));
         reopen();
@@ -97,7 +99,7 @@ TEST_F(GraphStore, EveryToolComesBackAsItWas)
             EXPECT_EQ(after[i]->lineType(), i % 6);
             EXPECT_EQ(after[i]->lineWidth(), i);
             EXPECT_EQ(after[i]->strokeColor(), colors[i % 3]);
-            EXPECT_EQ(after[i]->fillColor(), colors[(i + 1) % 3]);
+            EXPECT_EQ(after[i]->fillColor(), fills[i]);
             EXPECT_EQ(after[i]->font(), fonts[i % 3]);
             EXPECT_EQ(after[i]->text(), texts[i % 4]);
             EXPECT_EQ(after[i]->isLocked(), i % 2 == 0);
