@@ -4,14 +4,17 @@
 
 namespace {
 
-const QZPaintDefaults* installed = nullptr;
+const QZPaintDefaults* ofHost = nullptr;
+const QZPaintDefaults* ofPanels = nullptr;
 
 } // namespace
 
 QZPaintDefaults::~QZPaintDefaults()
 {
-    if (installed == this)
-        installed = nullptr;
+    if (ofHost == this)
+        ofHost = nullptr;
+    if (ofPanels == this)
+        ofPanels = nullptr;
 }
 
 std::uint64_t QZPaintDefaults::lineType() const
@@ -55,10 +58,17 @@ bool QZPaintDefaults::isMagnet() const
 const QZPaintDefaults& QZPaintDefaults::current()
 {
     static const QZPaintDefaults initial;
-    return installed == nullptr ? initial : *installed;
+    if (ofHost != nullptr)
+        return *ofHost;
+    return ofPanels == nullptr ? initial : *ofPanels;
 }
 
 void QZPaintDefaults::setCurrent(const QZPaintDefaults* defaults)
 {
-    installed = defaults;
+    ofHost = defaults;
+}
+
+void QZPaintDefaults::setPanels(const QZPaintDefaults* defaults)
+{
+    ofPanels = defaults;
 }

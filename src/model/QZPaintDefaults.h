@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-/// The style that a new figure takes and the magnet switch: what the user last chose. The panels keep it and install
-/// themselves; before that, their initial values are answered.
+/// The style that a new figure takes and the magnet switch: what the user last chose. The panels keep it; before there
+/// are any, their initial values are answered. A host may answer in their place.
 class QZPaintDefaults {
 public:
     QZPaintDefaults() = default;
@@ -25,7 +25,10 @@ public:
     [[nodiscard]] virtual double textSize() const;
     [[nodiscard]] virtual bool isMagnet() const;
 
-    static const QZPaintDefaults& current();
-    /// `defaults` is borrowed until replaced or destroyed; null restores the initial values.
+    /// The host's, else the panels', else the initial values.
+    [[nodiscard]] static const QZPaintDefaults& current();
+    /// The host's own, borrowed until replaced or destroyed; null for none.
     static void setCurrent(const QZPaintDefaults* defaults);
+    /// The panels', which set themselves; borrowed likewise.
+    static void setPanels(const QZPaintDefaults* defaults);
 };

@@ -6,7 +6,7 @@
 void QZPanelDefaults::install()
 {
     static const QZPanelDefaults defaults;
-    setCurrent(&defaults);
+    setPanels(&defaults);
 }
 
 std::uint64_t QZPanelDefaults::lineType() const

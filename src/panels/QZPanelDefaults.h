@@ -3,7 +3,7 @@
 #include "model/QZPaintDefaults.h"
 
 /// The style and the magnet switch as the strip and the palette show them; initial values for a panel that does not
-/// exist yet. A split view installs it.
+/// exist yet. A split view installs it; a host's own defaults come before it.
 class QZPanelDefaults final : public QZPaintDefaults {
 public:
     static void install();

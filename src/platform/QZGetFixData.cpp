@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -10,10 +11,24 @@ constexpr int maxDecimals = 9;
 constexpr double unitStep = 1e4;
 constexpr std::array<QStringView, 3> unitNames = {u"", u"万", u"亿"};
 
+QZFixDataFormatter& currentFormatter()
+{
+    static QZFixDataFormatter formatter;
+    return formatter;
+}
+
 } // namespace
+
+QZFixDataFormatter setFixDataFormatter(QZFixDataFormatter formatter)
+{
+    return std::exchange(currentFormatter(), std::move(formatter));
+}
 
 QString QZGetFixData(double value, int option)
 {
+    // A copy: the formatter may replace itself while it runs.
+    if (const QZFixDataFormatter formatter = currentFormatter())
+        return formatter(value, option);
     if (!std::isfinite(value)) {
         return QStringLiteral("--");
     }

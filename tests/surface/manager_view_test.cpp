@@ -1,4 +1,6 @@
-#include "support/Spies.h"
+#include "model/QZPaintDefaults.h"
+#include "model/QZPaintNotifications.h"
+#include "platform/QZGetFixData.h"
 #include "platform/QZHostNotifications.h"
 #include "support/widgets/Gesture.h"
 #include "surface/QZPaintActiveManager.h"
@@ -48,6 +50,24 @@ TEST(ManagerView, ShowsTheRangeBandInOnePaneAtATime)
     EXPECT_EQ(band->layer(), nullptr);
     pane.view(1).removeRangeStatisticsGraph();
     EXPECT_EQ(pane.layer(1).graphs().count(), 0U);
+}
+
+TEST(ManagerView, WhatTheHostChoseStaysWhenASplitViewIsMade)
+{
+    class Magnet : public QZPaintDefaults {
+        bool isMagnet() const override { return true; }
+    };
+    {
+        const Magnet magnet;
+        QZPaintDefaults::setCurrent(&magnet);
+        setFixDataFormatter([](double value, int option) { return QString::number(value + option); });
+        const TestPane pane;
+        EXPECT_EQ(&QZPaintDefaults::current(), &magnet);
+        EXPECT_EQ(QZGetFixData(2.5e6, 3), QStringLiteral("2.5e+06"));
+        EXPECT_TRUE(setFixDataFormatter({}));
+    }
+    EXPECT_FALSE(QZPaintDefaults::current().isMagnet());
+    EXPECT_EQ(QZGetFixData(2.5e6, 3), QStringLiteral("250.000万"));
 }
 
 TEST(Overlay, ShowsFiguresAboveTheChartWithinTheValidArea)
