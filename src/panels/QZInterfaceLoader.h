@@ -8,6 +8,7 @@
 /// Loads the interface file of a panel, named after its class: a host's own one if there is such a file in the folder
 /// that it set, else the library's. Custom widgets are made by the panel's factory.
 class QZInterfaceLoader final : public QUiLoader {
+    Q_OBJECT
 public:
     /// Makes the widget of `className` with the identifier `name`, or returns null for the loader to make it.
     using Factory = std::function<QWidget*(const QString& className, const QString& name, QWidget* parent)>;

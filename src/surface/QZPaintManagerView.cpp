@@ -58,7 +58,7 @@ void QZPaintManagerView::removeFromSuperview()
 
 QZPaintSplitView* QZPaintManagerView::splitView() const
 {
-    return dynamic_cast<QZPaintSplitView*>(parentWidget());
+    return qobject_cast<QZPaintSplitView*>(parentWidget());
 }
 
 bool QZPaintManagerView::isDragging() const

@@ -22,6 +22,7 @@ class QZPaintSplitView;
 /// Points are in this view's coordinates: px, origin at the bottom left, y upwards. A host's chart widget inside the
 /// view should be transparent to the mouse, so that events reach the split view around the panes.
 class QZPaintManagerView : public QWidget, public QZPaintChart {
+    Q_OBJECT
 public:
     explicit QZPaintManagerView(QWidget* parent = nullptr);
     QZPaintManagerView(const QZPaintManagerView&) = delete;

@@ -6,6 +6,7 @@ class QZPaintManagerView;
 
 /// Shows a manager view's paint layer above everything else in the view. The mouse does not see it.
 class QZPaintOverlay final : public QWidget {
+    Q_OBJECT
 public:
     explicit QZPaintOverlay(QZPaintManagerView& view);
 

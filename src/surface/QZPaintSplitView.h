@@ -20,6 +20,7 @@ class QZPaintManagerView;
 /// and of the graph configuration strip: what is picked there lands on its panes. Widgets in it that are no manager
 /// views only take part in the layout.
 class QZPaintSplitView : public QSplitter, public QZPaintControlWCDelegate, public QZPaintGraphConfigWCDelegate {
+    Q_OBJECT
 public:
     explicit QZPaintSplitView(Qt::Orientation orientation, QWidget* parent = nullptr);
     QZPaintSplitView(const QZPaintSplitView&) = delete;

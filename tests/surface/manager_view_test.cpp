@@ -5,6 +5,7 @@
 #include "support/widgets/Gesture.h"
 #include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintManagerView.h"
+#include "surface/QZPaintOverlay.h"
 #include "tools/QZPaintRangeStatistics.h"
 
 #include <gtest/gtest.h>
@@ -50,6 +51,17 @@ TEST(ManagerView, ShowsTheRangeBandInOnePaneAtATime)
     EXPECT_EQ(band->layer(), nullptr);
     pane.view(1).removeRangeStatisticsGraph();
     EXPECT_EQ(pane.layer(1).graphs().count(), 0U);
+}
+
+TEST(ManagerView, TellsItsClassToQt)
+{
+    TestPane pane({.panes = 2});
+    EXPECT_EQ(pane.split().findChildren<QZPaintManagerView*>().size(), 2) << "no divider, no overlay among them";
+    EXPECT_EQ(pane.split().findChildren<QZPaintOverlay*>().size(), 2);
+    QObject* handle = pane.split().handle(1);
+    EXPECT_EQ(qobject_cast<QZPaintManagerView*>(handle), nullptr);
+    EXPECT_EQ(qobject_cast<QZPaintSplitView*>(static_cast<QObject*>(&pane.view())), nullptr);
+    EXPECT_EQ(qobject_cast<QZPaintSplitView*>(static_cast<QObject*>(&pane.split())), &pane.split());
 }
 
 TEST(ManagerView, WhatTheHostChoseStaysWhenASplitViewIsMade)
