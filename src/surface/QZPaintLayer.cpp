@@ -1,13 +1,11 @@
 #include "surface/QZPaintLayer.h"
 
-#include "panels/QZPaintControl.h"
-#include "panels/QZPaintGraphConfigWC.h"
-#include "panels/QZPanelWindow.h"
+#include "model/QZPaintNotifications.h"
 #include "platform/QZGlobalEnv.h"
 #include "platform/QZPainterContext.h"
 #include "surface/QZPaintActiveManager.h"
+#include "surface/QZPaintLayerHost.h"
 #include "surface/QZPaintManagerView.h"
-#include "surface/QZPaintSplitView.h"
 #include "tools/QZPaintToolTable.h"
 
 #include <QKeyEvent>
@@ -20,12 +18,8 @@ namespace {
 // The host reads this flag to know that mouse input belongs to the drawing tools.
 void setPaintEditing(bool editing)
 {
-    const auto flag = QStringLiteral("CONTEXT_IS_PAINT_EDITING");
-    QZGlobalEnv::getShareInstance().setGlobalContext(flag, flag, editing);
+    QZGlobalEnv::getShareInstance().setGlobalContext(QZContextIsPaintEditing, QZContextIsPaintEditing, editing);
 }
-
-// The strip's delete button comes with a finished figure.
-constexpr unsigned deleteConfig = 64;
 
 std::shared_ptr<QZPaintGraph> nearestGraph(const QZGraphSet::Members& graphs, QZPoint point)
 {
@@ -111,10 +105,8 @@ void QZPaintLayer::selectGraphAt(QZPoint point)
     if (!found)
         return;
     found->setSelected(true);
-    if (QZPaintSplitView* split = splitView()) {
-        split->resetPiantConfigDelegate();
+    if (QZPaintLayerHost* host = this->host(); host != nullptr && host->takePanels())
         QZPaintActiveManager::sharedManager().setCurrentActiveLayer(shared_from_this());
-    }
     found->setCurrentPoint(std::nullopt);
     found->setDragStartPoint(point);
     found->mouseDown(point);
@@ -173,11 +165,10 @@ void QZPaintLayer::deleteCurrentGraph()
     {
         const std::lock_guard lock(graphs_);
         const bool isFinished = graphs_.contains(currentGraph_.get());
-        // The band over a range belongs to the host, which is told that its user closed it.
-        const bool isBand = isFinished && currentGraph_->type() == QZSTToolRangeStatistics;
-        if (isBand) {
-            QZNotificationCenter::defaultCenter().post(QZRangeStatisticsTimeChangedNotification, this,
-                                                       {{QStringLiteral("timeType"), 5U}});
+        if (isFinished && currentGraph_->isClosedByHost()) {
+            QZNotificationCenter::defaultCenter().post(
+                QZRangeStatisticsTimeChangedNotification, this,
+                {{QZRangeStatistics::timeTypeKey, QZRangeStatistics::timeTypeClosed}});
         } else if (isFinished) {
             graphs_.remove(currentGraph_.get());
         }
@@ -203,7 +194,8 @@ void QZPaintLayer::finishEditing(const QZNotification& notification)
 {
     if (notification.object == this) {
         const unsigned configs = currentGraph_ ? currentGraph_->editingConfigs() : 0;
-        QZPaintGraphConfigWC::sharedWC().setEnabledConfigs(configs | deleteConfig);
+        if (QZPaintLayerHost* host = this->host())
+            host->setStripConfigs(configs | QZGraphConfig::deleteGraph);
         QZNotificationCenter::defaultCenter().post(QZPaintSyncGraphTypeNotification, currentGraph_.get());
         return;
     }
@@ -226,24 +218,18 @@ void QZPaintLayer::setCurrentGraph(std::shared_ptr<QZPaintGraph> graph)
     if (currentGraph_ == graph)
         return;
     currentGraph_ = std::move(graph);
-    const std::int64_t type = currentGraph_ ? currentGraph_->type() : QZShapeTypeNone;
-    if (currentGraph_ && type != QZSTToolRangeStatistics && type != QZSTToolRule)
-        showConfigWindow(*currentGraph_);
+    if (currentGraph_ && currentGraph_->showsConfigStrip())
+        showStrip(*currentGraph_);
     else
         closeConfigWindows();
 }
 
-void QZPaintLayer::showConfigWindow(const QZPaintGraph& graph)
+void QZPaintLayer::showStrip(const QZPaintGraph& graph)
 {
-    QZPaintGraphConfigWC& strip = QZPaintGraphConfigWC::sharedWC();
-    strip.setFillColor(Qt::white); // not the figure's own
-    strip.setStrokeColor(graph.strokeColor());
-    strip.setLineType(graph.lineType());
-    strip.setLineWidth(static_cast<double>(graph.lineWidth()));
-    strip.setIsLocked(graph.isLocked());
-    strip.setEnabledConfigs(graph.editingConfigs() | (graph.isEditing() ? 0U : deleteConfig));
-    if (managerView_ != nullptr)
-        strip.window().addToWindowOf(*managerView_);
+    // Deleting comes with a finished figure.
+    const unsigned configs = graph.editingConfigs() | (graph.isEditing() ? 0U : QZGraphConfig::deleteGraph);
+    if (QZPaintLayerHost* host = this->host())
+        host->showStrip(graph, configs, *managerView_);
 }
 
 void QZPaintLayer::setActive(bool active)
@@ -252,10 +238,7 @@ void QZPaintLayer::setActive(bool active)
         return;
     isActive_ = active;
     if (active) {
-        const QZPaintControl* palette = QZPaintControl::existing();
-        const std::int64_t chosen = palette == nullptr ? QZShapeTypeNone : palette->selectedType();
-        const bool isRefused = chosen != 0 && managerView_ != nullptr && (managerView_->enableTypes() & chosen) == 0;
-        if (!currentGraph_ && !isRefused)
+        if (!currentGraph_ && acceptsArmedTool())
             closeConfigWindows();
         return;
     }
@@ -283,17 +266,24 @@ void QZPaintLayer::reloadGraphFontAndColor()
         graph->reloadFontAndColor();
 }
 
-QZPaintSplitView* QZPaintLayer::splitView() const
+QZPaintLayerHost* QZPaintLayer::host() const
 {
-    return managerView_ == nullptr ? nullptr : managerView_->splitView();
+    return managerView_ == nullptr ? nullptr : &managerView_->layerHost();
+}
+
+bool QZPaintLayer::acceptsArmedTool() const
+{
+    const QZPaintLayerHost* host = this->host();
+    const std::int64_t armed = host == nullptr ? QZShapeTypeNone : host->armedType();
+    return armed == QZShapeTypeNone || (managerView_->enableTypes() & armed) != 0;
 }
 
 bool QZPaintLayer::closeConfigWindows()
 {
-    QZPaintSplitView* split = splitView();
-    if (split == nullptr || QZPaintActiveManager::sharedManager().currentActiveLayer().get() != this)
+    if (!isActivePane() || QZPaintActiveManager::sharedManager().currentActiveLayer().get() != this)
         return false;
-    return split->closeConfigWindows();
+    host()->hideStrip();
+    return true;
 }
 
 void QZPaintLayer::drawInContext(QZGraphicsContext& context)
@@ -345,8 +335,8 @@ QZRect QZPaintLayer::frame() const
 
 bool QZPaintLayer::isActivePane() const
 {
-    const QZPaintSplitView* split = splitView();
-    return split != nullptr && split->activeView() == managerView_;
+    const QZPaintLayerHost* host = this->host();
+    return host != nullptr && host->isActivePane(*managerView_);
 }
 
 void QZPaintLayer::removeGraph(const QZPaintGraph& graph)

@@ -12,8 +12,8 @@
 
 class QKeyEvent;
 class QZGraphicsContext;
+class QZPaintLayerHost;
 class QZPaintManagerView;
-class QZPaintSplitView;
 
 /// The drawing layer over one chart pane: owns the pane's figures, makes new ones, gives mouse and keys to the right
 /// one and draws them all. Points are layer coordinates (px, y upwards), which are the manager view's.
@@ -24,16 +24,16 @@ class QZPaintLayer final : public QZPaintGraphOwner,
                            public std::enable_shared_from_this<QZPaintLayer> {
 public:
     /// `managerView` is borrowed; it clears itself when it goes.
-    static std::shared_ptr<QZPaintLayer> create(QZPaintManagerView* managerView);
+    [[nodiscard]] static std::shared_ptr<QZPaintLayer> create(QZPaintManagerView* managerView);
 
     /// A new figure in creation, selected and tied to this layer, for the caller to make current; null when the pane
     /// does not accept the type. From here until the creation ends or is cancelled, the host's context flag
-    /// "CONTEXT_IS_PAINT_EDITING" is true.
-    std::shared_ptr<QZPaintGraph> allocGraphWithType(std::int64_t type);
+    /// QZContextIsPaintEditing is true.
+    [[nodiscard]] std::shared_ptr<QZPaintGraph> allocGraphWithType(std::int64_t type);
 
     /// The finished figure nearest to `point`, strictly closer than maxMinDistance; null when there is none. Of equally
     /// near ones the first counts.
-    std::shared_ptr<QZPaintGraph> getClosedGraph(QZPoint point);
+    [[nodiscard]] std::shared_ptr<QZPaintGraph> getClosedGraph(QZPoint point);
 
     void mouseDown(QZPoint point);
     void mouseMoved(QZPoint point);
@@ -86,9 +86,11 @@ private:
     void deleteCurrentGraph();
     void endCurrentGraph();
     void postFinishedEditing();
-    void showConfigWindow(const QZPaintGraph& graph);
+    void showStrip(const QZPaintGraph& graph);
     [[nodiscard]] QZPoint precise(QZPoint point) const;
-    [[nodiscard]] QZPaintSplitView* splitView() const;
+    /// Null once the view is gone.
+    [[nodiscard]] QZPaintLayerHost* host() const;
+    [[nodiscard]] bool acceptsArmedTool() const;
 
     QZPaintManagerView* managerView_;
     QZGraphSet graphs_;

@@ -33,14 +33,12 @@ void QZPaintManagerView::configView()
                      static_cast<double>(width()), static_cast<double>(height())});
 
     QZNotificationCenter& center = QZNotificationCenter::defaultCenter();
-    observations_ = {center.observe(QZUIOverallStyleDidChangeNotification,
-                                    [this](const QZNotification&) { appSkinStyleHasChanged(); }),
-                     center.observe(QZLoginUserWillChangeNotification,
-                                    [this](const QZNotification&) { loginUserWillChange(); }),
-                     center.observe(QZUserNameChangedNotification,
-                                    [this](const QZNotification&) { loginUserDidChange(); }),
-                     center.observe(QZApplicationShouldTerminate,
-                                    [this](const QZNotification&) { qzAppWillTerminate(); })};
+    observations_ = {
+        center.observe(QZUIOverallStyleDidChangeNotification,
+                       [this](const QZNotification&) { appSkinStyleHasChanged(); }),
+        center.observe(QZLoginUserWillChangeNotification, [this](const QZNotification&) { loginUserWillChange(); }),
+        center.observe(QZUserNameChangedNotification, [this](const QZNotification&) { loginUserDidChange(); }),
+        center.observe(QZApplicationShouldTerminate, [this](const QZNotification&) { qzAppWillTerminate(); })};
 }
 
 void QZPaintManagerView::configViewBeforeRelease()
@@ -59,6 +57,13 @@ void QZPaintManagerView::removeFromSuperview()
 QZPaintSplitView* QZPaintManagerView::splitView() const
 {
     return qobject_cast<QZPaintSplitView*>(parentWidget());
+}
+
+QZPaintLayerHost& QZPaintManagerView::layerHost() const
+{
+    static QZPaintStripHost alone;
+    QZPaintSplitView* split = splitView();
+    return split == nullptr ? alone : *split;
 }
 
 bool QZPaintManagerView::isDragging() const

@@ -12,6 +12,7 @@
 
 class QZGraphDatabase;
 class QZPaintLayer;
+class QZPaintLayerHost;
 class QZPaintOverlay;
 class QZPaintSplitView;
 
@@ -32,6 +33,8 @@ public:
     [[nodiscard]] const std::shared_ptr<QZPaintLayer>& paintLayer() const { return paintLayer_; }
     /// The split view that the pane stands in, or null.
     [[nodiscard]] QZPaintSplitView* splitView() const;
+    /// That split view, or what stands in for it.
+    [[nodiscard]] QZPaintLayerHost& layerHost() const;
     /// The tools that the pane accepts, an OR of QZShapeType.
     [[nodiscard]] virtual std::int64_t enableTypes() const { return QZAllEnabledTypes; }
     /// Whether the current figure is being dragged.
@@ -79,17 +82,18 @@ public:
     /// and those of a pane that was never loaded, write nothing. The active pane is emptied.
     void saveDB(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry);
     /// The key of a group.
-    static QString constructDBIndex(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry);
+    [[nodiscard]] static QString constructDBIndex(const QString& stockCode, std::uint64_t cycle,
+                                                  const QString& viewIdentiry);
     /// A new handle on the login user's file. Handed out even when the file cannot be opened, with a line in the log.
-    static std::shared_ptr<QZGraphDatabase> openDBFile();
+    [[nodiscard]] static std::shared_ptr<QZGraphDatabase> openDBFile();
     /// The handle that all manager views share, null before the first one. Closed whenever a view goes; loading and
     /// saving open it again.
-    static std::shared_ptr<QZGraphDatabase> graphDatabase();
+    [[nodiscard]] static std::shared_ptr<QZGraphDatabase> graphDatabase();
     /// "date,time,price;" for each point, the price with six decimals.
-    static QString encodeGraphKeyPoints(const std::vector<QZPaintLogicAxis>& axises);
+    [[nodiscard]] static QString encodeGraphKeyPoints(const std::vector<QZPaintLogicAxis>& axises);
     /// Leaves out what is not three parts. Parts are read as the number that they start with, else 0.
-    static std::vector<QZPaintLogicAxis> decodeGraphKeyPoints(const QString& text);
-    static QString dbVersion();
+    [[nodiscard]] static std::vector<QZPaintLogicAxis> decodeGraphKeyPoints(const QString& text);
+    [[nodiscard]] static QString dbVersion();
     /// Stores the current group while the old user's file is still the shared one.
     void loginUserWillChange();
     /// Goes over to the new user's file, which the first view does for all, and loads the current group from it.

@@ -3,6 +3,8 @@
 #include "panels/QZPaintControlWCDelegate.h"
 #include "panels/QZPaintGraphConfigWCDelegate.h"
 #include "platform/QZGeometry.h"
+#include "surface/QZPaintManagerView.h"
+#include "surface/QZPaintStripHost.h"
 
 #include <QImage>
 #include <QPointer>
@@ -13,13 +15,15 @@
 #include <vector>
 
 class QZPaintLayer;
-class QZPaintManagerView;
 
 /// Stacks the chart panes of one window. It routes mouse and keys: it activates the pane that is clicked and hands
 /// every event to the right pane's paint layer, in that pane's coordinates. And it is the delegate of the tool palette
 /// and of the graph configuration strip: what is picked there lands on its panes. Widgets in it that are no manager
 /// views only take part in the layout.
-class QZPaintSplitView : public QSplitter, public QZPaintControlWCDelegate, public QZPaintGraphConfigWCDelegate {
+class QZPaintSplitView : public QSplitter,
+                         public QZPaintStripHost,
+                         public QZPaintControlWCDelegate,
+                         public QZPaintGraphConfigWCDelegate {
     Q_OBJECT
 public:
     explicit QZPaintSplitView(Qt::Orientation orientation, QWidget* parent = nullptr);
@@ -65,6 +69,12 @@ public:
     void paintGraphConfigLineWidthDidChange(QZPaintGraphConfigWC& panel, double lineWidth) override;
     void paintGraphConfigIsLockedDidChange(QZPaintGraphConfigWC& panel, bool isLocked) override;
     void paintGraphConfigDidDelete(QZPaintGraphConfigWC& panel) override;
+
+    // What the layers of its panes ask, beyond what the panels answer.
+
+    void hideStrip() override { closeConfigWindow(); }
+    bool takePanels() override;
+    [[nodiscard]] bool isActivePane(const QZPaintManagerView& view) const override { return activeView_ == &view; }
 
 protected:
     QSplitterHandle* createHandle() override;

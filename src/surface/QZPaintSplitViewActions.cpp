@@ -30,6 +30,12 @@ void QZPaintSplitView::resetPiantConfigDelegate()
     QZPaintGraphConfigWC::sharedWC().setDelegate(this);
 }
 
+bool QZPaintSplitView::takePanels()
+{
+    resetPiantConfigDelegate();
+    return true;
+}
+
 bool QZPaintSplitView::closeConfigWindows()
 {
     const auto layer = activeView_ == nullptr ? nullptr : activeView_->paintLayer();

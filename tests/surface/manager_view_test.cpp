@@ -53,6 +53,36 @@ TEST(ManagerView, ShowsTheRangeBandInOnePaneAtATime)
     EXPECT_EQ(pane.layer(1).graphs().count(), 0U);
 }
 
+TEST(ManagerView, ABareOneIsNeutral)
+{
+    QWidget window;
+    window.resize(500, 400);
+    auto bare = std::make_unique<QZPaintManagerView>(&window);
+    const QZPaintManagerView& view = *bare;
+    EXPECT_EQ(view.validateRect(), (QZRect{0, 370, 100, 30})) << "its frame in its parent";
+    EXPECT_EQ(view.enableTypes(), 0x3ffffffffff);
+    EXPECT_EQ(view.convertFromPoint({10, 20}).value().description(), QZPaintLogicAxis{}.description());
+    EXPECT_EQ(view.convertFromLogicAxis({20240010, 0, 5.0}), QZPoint{});
+    EXPECT_EQ(view.convertToPrecisionPoint({10, 20}), QZPoint{});
+    EXPECT_TRUE(view.canBeDraggedToLeft({1, 2}));
+    EXPECT_TRUE(view.canBeDraggedToRight({1, 2}));
+    EXPECT_EQ(view.convertXForMagnet(12.5, true), 12.5);
+    EXPECT_EQ(view.getXPointWithLocation(12.0F, 1), 3.4028234663852886e38);
+    QZRegressionCalcData regression{};
+    QZBoxLineCalcData box{};
+    EXPECT_FALSE(view.calcRegressionData(regression) || view.calcBoxLineData(box));
+    const auto range = view.infomationForRetangle({1, 2}, {3, 4}, 5).value();
+    EXPECT_EQ(range.count, 0);
+    EXPECT_EQ(range.varyScope, 0.0F);
+    EXPECT_EQ(range.varyPrice, QStringLiteral("0.0"));
+    EXPECT_EQ(range.identify, QStringLiteral("Unknow"));
+    EXPECT_EQ(view.convertPointForMagnet({10, 20}, 0), (QZPoint{10, 20}));
+    EXPECT_FALSE(view.isDragging());
+    const auto layer = view.paintLayer();
+    bare.reset();
+    EXPECT_EQ(layer->managerView(), nullptr);
+}
+
 TEST(ManagerView, TellsItsClassToQt)
 {
     TestPane pane({.panes = 2});

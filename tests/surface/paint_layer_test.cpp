@@ -1,7 +1,11 @@
+#include "model/QZPaintNotifications.h"
+#include "panels/QZPaintControl.h"
+#include "panels/QZPaintGraphConfigWC.h"
 #include "platform/QZGlobalEnv.h"
 #include "support/RecordingContext.h"
 #include "support/Spies.h"
 #include "support/widgets/Gesture.h"
+#include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintLayer.h"
 #include "tools/QZPaintRangeStatistics.h"
 #include "tools/QZPaintToolTable.h"
@@ -12,8 +16,7 @@ namespace {
 
 bool isPaintEditing()
 {
-    const auto flag = QStringLiteral("CONTEXT_IS_PAINT_EDITING");
-    return QZGlobalEnv::getShareInstance().globalContext(flag, flag).toBool();
+    return QZGlobalEnv::getShareInstance().globalContext(QZContextIsPaintEditing, QZContextIsPaintEditing).toBool();
 }
 
 } // namespace
@@ -77,9 +80,10 @@ TEST(PaintLayer, DeleteLeavesTheRangeBandToTheHost)
     Gesture(pane).key(Qt::Key_Delete);
     ASSERT_EQ(spy.posts.size(), 1U);
     EXPECT_EQ(spy.posts[0].object, &pane.layer());
-    EXPECT_EQ(spy.posts[0].userInfo, (QVariantMap{{QStringLiteral("timeType"), 5U}}));
+    EXPECT_EQ(spy.posts[0].userInfo, (QVariantMap{{QZRangeStatistics::timeTypeKey, 5U}}));
     EXPECT_TRUE(pane.layer().graphs().contains(band.get()));
     EXPECT_EQ(pane.current(), nullptr);
+    EXPECT_FALSE(band->isSelected());
     pane.view().removeRangeStatisticsGraph();
 }
 
@@ -150,6 +154,15 @@ TEST(PaintLayer, RedrawsOnlyWhenSomethingChanged)
         {"another valid area", valid(300), true},
         {"a tool is armed", [&] { pane.arm(QZSTRay); }, true},
         {"its first point follows the mouse", over(50, 60), true},
+        {"another pane finishes a figure",
+         [] { QZNotificationCenter::defaultCenter().post(QZPaintGraphFinishedEditingNotification); }, true},
+        {"deactivation", [&] { pane.layer().setActive(false); }, true},
+        {"not active already", [&] { pane.layer().setActive(false); }, false},
+        {"activation", [&] { pane.layer().setActive(true); }, false},
+        {"Delete without a figure", [&] { mouse.key(Qt::Key_Delete); }, true},
+        {"another size", [&] { pane.split().resize(390, 300); }, true},
+        {"the band", [&] { pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0); }, true},
+        {"no band", [&] { pane.view().removeRangeStatisticsGraph(); }, true},
     };
     for (const Row& row : rows) {
         paint();
@@ -157,14 +170,101 @@ TEST(PaintLayer, RedrawsOnlyWhenSomethingChanged)
         row.action();
         EXPECT_EQ(pane.layer().needsDisplay(), row.redraws) << row.name;
     }
+    const auto picture = [&pane](double ratio) { return pane.layer().contents({40, 30}, ratio); };
+    const auto before = picture(1.0).cacheKey();
+    EXPECT_EQ(picture(1.0).cacheKey(), before);
+    EXPECT_EQ(picture(2.0).size(), QSize(80, 60));
+    EXPECT_EQ(pane.layer().contents({80, 60}, 1.0).devicePixelRatio(), 1.0);
 }
 
 TEST(PaintLayer, MakesOnlyWhatThePaneAccepts)
 {
     TestPane pane({.panes = 2});
-    pane.view(1).types = QZSTRay;
+    pane.view(0).types = QZSTRay;
     pane.arm(QZSTHorizon);
-    EXPECT_NE(pane.current(0), nullptr);
-    EXPECT_EQ(pane.current(1), nullptr);
-    EXPECT_EQ(pane.layer(0).allocGraphWithType(QZSTToolRangeStatistics), nullptr);
+    EXPECT_EQ(pane.current(0), nullptr);
+    EXPECT_NE(pane.current(1), nullptr);
+    EXPECT_EQ(pane.layer(1).allocGraphWithType(QZSTToolRangeStatistics), nullptr);
+    EXPECT_TRUE(isPaintEditing());
+    pane.layer(1).cancelCurrentGraph();
+    EXPECT_FALSE(isPaintEditing());
+}
+
+TEST(PaintLayer, TheStripComesAndGoesWithTheCurrentFigure)
+{
+    TestPane pane;
+    const QZPaintGraphConfigWC& strip = QZPaintGraphConfigWC::sharedWC();
+    const QZPanelWindow& window = QZPaintGraphConfigWC::sharedWC().window();
+    pane.draw(QZSTHorizon, {{100, 100}});
+    EXPECT_EQ(strip.enabledConfigs(), 90U) << "finished: may be deleted";
+    pane.click({300, 200});
+    EXPECT_FALSE(window.isVisible());
+    pane.click({300, 100});
+    EXPECT_TRUE(window.isVisible());
+    pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
+    pane.click({150, 50});
+    EXPECT_FALSE(window.isVisible()) << "the band has no style";
+    pane.view().removeRangeStatisticsGraph();
+    pane.layer().setCurrentGraph(pane.layer().allocGraphWithType(QZSTRay));
+    EXPECT_EQ(strip.enabledConfigs(), 26U) << "in creation";
+}
+
+TEST(PaintLayer, OutsideASplitViewTheStripStillShowsTheCurrentFigure)
+{
+    TestView view;
+    QZPaintLayer& layer = *view.paintLayer();
+    layer.setActive(true);
+    layer.setCurrentGraph(layer.allocGraphWithType(QZSTHorizon));
+    const auto graph = layer.currentGraph();
+    layer.mouseDown({100, 100});
+    QZPaintActiveManager::sharedManager().setCurrentActiveLayer(nullptr);
+    graph->setStrokeColor(Qt::red);
+    graph->setFillColor(Qt::green);
+    graph->setLineType(2);
+    graph->setLineWidth(3);
+    graph->setLocked(true);
+    layer.setActive(true);
+    layer.mouseDown({300, 100});
+    const QZPaintGraphConfigWC& strip = QZPaintGraphConfigWC::sharedWC();
+    EXPECT_EQ(layer.currentGraph(), graph);
+    EXPECT_EQ(strip.strokeColor(), QColor(Qt::red));
+    EXPECT_EQ(strip.fillColor(), QColor(Qt::white)) << "never the figure's own";
+    EXPECT_EQ(strip.lineType(), 2U);
+    EXPECT_EQ(strip.lineWidth(), 3.0);
+    EXPECT_TRUE(strip.isLocked());
+    EXPECT_EQ(strip.enabledConfigs(), 90U);
+    EXPECT_FALSE(graph->isSelected()) << "it is no split view's active pane";
+    EXPECT_EQ(QZPaintActiveManager::sharedManager().currentActiveLayer(), nullptr);
+    EXPECT_FALSE(layer.closeConfigWindows());
+}
+
+TEST(PaintLayer, ActivationHidesTheStripUnlessItIsOfUse)
+{
+    struct Row {
+        const char* name;
+        QZShapeType chosen;
+        std::int64_t accepted;
+        bool isArmed;
+        bool hides;
+    };
+    for (const Row& row : {Row{"no tool", QZShapeTypeNone, 0, false, true},
+                           Row{"a tool that the pane takes", QZSTRay, QZSTRay | QZSTHorizon, false, true},
+                           Row{"a tool for other panes", QZSTRay, QZSTHorizon, false, false},
+                           Row{"a figure in creation", QZSTRay, QZSTRay, true, false}}) {
+        TestPane pane;
+        pane.draw(QZSTHorizon, {{100, 100}});
+        pane.layer().setActive(false);
+        EXPECT_EQ(pane.current(), nullptr) << row.name;
+        QZPaintControl& palette = QZPaintControl::sharedManager();
+        if (row.chosen != QZShapeTypeNone)
+            palette.window().findChild<QAbstractButton*>(strQZShapeType(row.chosen))->click();
+        pane.view().types = row.accepted;
+        if (row.isArmed)
+            pane.arm(row.chosen);
+        QZPanelWindow& strip = QZPaintGraphConfigWC::sharedWC().window();
+        strip.addToWindowOf(pane.view());
+        pane.layer().setActive(true);
+        EXPECT_NE(strip.isVisible(), row.hides) << row.name;
+        palette.resetAllButtons(true);
+    }
 }
