@@ -173,6 +173,10 @@ void QZPaintManagerView::removeRangeStatisticsGraph()
         const std::lock_guard lock(paintLayer_->graphs());
         paintLayer_->graphs().remove(band.get());
     }
+    if (paintLayer_->currentGraph() == band) {
+        band->setSelected(false);
+        paintLayer_->setCurrentGraph(nullptr);
+    }
     band->setLayer(nullptr);
     displayPaintLayer();
 }

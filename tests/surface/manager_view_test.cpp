@@ -53,6 +53,25 @@ TEST(ManagerView, ShowsTheRangeBandInOnePaneAtATime)
     EXPECT_EQ(pane.layer(1).graphs().count(), 0U);
 }
 
+TEST(ManagerView, ABandThatIsClosedIsNoLongerTheCurrentFigure)
+{
+    TestPane pane;
+    const auto band = QZPaintRangeStatistics::sharedGraph();
+    pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
+    pane.click({150, 50});
+    ASSERT_EQ(pane.current(), band);
+    const auto host = QZNotificationCenter::defaultCenter().observe(
+        QZRangeStatisticsTimeChangedNotification,
+        [&pane](const QZNotification&) { pane.view().removeRangeStatisticsGraph(); });
+    pane.click({192, 292}); // its close button
+    EXPECT_EQ(pane.current(), nullptr);
+    pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
+    EXPECT_FALSE(band->isSelected()) << "and comes back as any other";
+    const auto graph = pane.draw(QZSTHorizon, {{300, 100}});
+    pane.view().removeRangeStatisticsGraph();
+    EXPECT_EQ(pane.current(), graph) << "another figure stays";
+}
+
 TEST(ManagerView, ABareOneIsNeutral)
 {
     QWidget window;
