@@ -12,6 +12,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <span>
 
 namespace {
 
@@ -19,6 +20,12 @@ namespace {
 void setPaintEditing(bool editing)
 {
     QZGlobalEnv::getShareInstance().setGlobalContext(QZContextIsPaintEditing, QZContextIsPaintEditing, editing);
+}
+
+/// The latest ones, as many as are drawn.
+std::span<const std::shared_ptr<QZPaintGraph>> drawnOf(const QZGraphSet::Members& graphs)
+{
+    return std::span(graphs).last(std::min(graphs.size(), static_cast<std::size_t>(maxGraphCount)));
 }
 
 std::shared_ptr<QZPaintGraph> nearestGraph(const QZGraphSet::Members& graphs, QZPoint point)
@@ -60,8 +67,25 @@ std::shared_ptr<QZPaintGraph> QZPaintLayer::allocGraphWithType(std::int64_t type
     return graph;
 }
 
+void QZPaintLayer::followChart()
+{
+    if (!arePointsStale_)
+        return;
+    arePointsStale_ = false;
+    const std::lock_guard lock(graphs_);
+    const auto graphs = graphs_.snapshot();
+    // As drawing does, this leaves alone what nobody sees: the chart may delete what it cannot place.
+    for (const auto& graph : drawnOf(*graphs))
+        if (!graph->isHidden())
+            graph->reloadKeyPoints();
+    const auto current = currentGraph_;
+    if (current && current->isEditing())
+        current->reloadKeyPoints();
+}
+
 std::shared_ptr<QZPaintGraph> QZPaintLayer::getClosedGraph(QZPoint point)
 {
+    followChart();
     const std::lock_guard lock(graphs_);
     return nearestGraph(*graphs_.snapshot(), point);
 }
@@ -70,6 +94,7 @@ void QZPaintLayer::mouseDown(QZPoint point)
 {
     if (!isActive_)
         return;
+    followChart();
     if (currentGraph_ && currentGraph_->isEditing())
         placePoint(point);
     else
@@ -114,6 +139,7 @@ void QZPaintLayer::selectGraphAt(QZPoint point)
 
 void QZPaintLayer::mouseMoved(QZPoint point)
 {
+    followChart();
     bool isNear = false;
     {
         const std::lock_guard lock(graphs_);
@@ -129,12 +155,14 @@ void QZPaintLayer::mouseMoved(QZPoint point)
 
 void QZPaintLayer::mouseDragged(QZPoint point)
 {
+    followChart();
     if (const auto graph = currentGraph_)
         graph->mouseDragged(precise(point));
 }
 
 void QZPaintLayer::mouseUp(QZPoint point)
 {
+    followChart();
     if (const auto graph = currentGraph_)
         graph->mouseUp(point);
 }
@@ -290,10 +318,8 @@ void QZPaintLayer::drawInContext(QZGraphicsContext& context)
 {
     const std::lock_guard lock(graphs_);
     const auto graphs = graphs_.snapshot();
-    const auto limit = static_cast<std::size_t>(maxGraphCount);
-    const std::size_t first = graphs->size() > limit ? graphs->size() - limit : 0;
-    for (std::size_t i = first; i < graphs->size(); ++i)
-        (*graphs)[i]->drawInContext(context);
+    for (const auto& graph : drawnOf(*graphs))
+        graph->drawInContext(context);
     const auto current = currentGraph_;
     if (current && !graphs_.contains(current.get()))
         current->drawInContext(context);
@@ -306,6 +332,7 @@ const QImage& QZPaintLayer::contents(QSize size, double devicePixelRatio)
     if (fits && !needsDisplay_)
         return contents_;
     needsDisplay_ = false;
+    arePointsStale_ = false;
     if (!fits) {
         contents_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
         contents_.setDevicePixelRatio(devicePixelRatio);
@@ -324,6 +351,7 @@ const QImage& QZPaintLayer::contents(QSize size, double devicePixelRatio)
 void QZPaintLayer::setNeedsDisplay()
 {
     needsDisplay_ = true;
+    arePointsStale_ = true;
     if (managerView_ != nullptr)
         managerView_->updateOverlay();
 }

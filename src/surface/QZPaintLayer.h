@@ -81,6 +81,9 @@ private:
     explicit QZPaintLayer(QZPaintManagerView* managerView);
 
     void finishEditing(const QZNotification& notification);
+    /// Brings the figures' screen points to where the chart is now, once for every request to redraw: what is measured
+    /// or converted between a scroll and its frame uses the new places.
+    void followChart();
     void placePoint(QZPoint point);
     void selectGraphAt(QZPoint point);
     void deleteCurrentGraph();
@@ -98,6 +101,7 @@ private:
     bool isActive_ = false;
     bool isMouseInside_ = false;
     bool needsDisplay_ = true;
+    bool arePointsStale_ = false; // a redraw is pending, and nothing has followed the chart since it was asked for
     QImage contents_;
     QZObservation finishedObservation_;
 };

@@ -87,6 +87,44 @@ TEST(PaintLayer, DeleteLeavesTheRangeBandToTheHost)
     pane.view().removeRangeStatisticsGraph();
 }
 
+TEST(PaintLayer, WhatIsMeasuredFollowsTheChartBeforeItsFrame)
+{
+    TestPane pane;
+    const auto graph = pane.draw(QZSTLineSegment, {{100, 100}, {200, 150}});
+    const auto hidden = pane.draw(QZSTHorizon, {{100, 250}});
+    hidden->setHidden(true);
+    pane.split().setUpdatesEnabled(false); // no frame from here on
+    const auto scrollTo = [&pane](double scroll) {
+        pane.chart().scroll = scroll;
+        pane.view().displayPaintLayer();
+    };
+    Gesture mouse(pane);
+    scrollTo(100);
+    const int calls = pane.chart().fromAxis.calls();
+    EXPECT_EQ(pane.graphAt({250, 125}), graph);
+    EXPECT_EQ(pane.graphAt({150, 125}), nullptr);
+    EXPECT_EQ(pane.chart().fromAxis.calls(), calls + 2) << "two points, once";
+    EXPECT_EQ(hidden->points().at(0), (QZPoint{100, 250})) << "what is not drawn is not asked after";
+
+    scrollTo(-50);
+    mouse.move({100, 125});
+    EXPECT_EQ(pane.view().cursor().shape(), Qt::OpenHandCursor);
+    scrollTo(30);
+    mouse.click({180, 125});
+    EXPECT_EQ(pane.current(), graph);
+    mouse.press({230, 150}).move({231, 150});
+    scrollTo(50); // bars come in during the drag
+    mouse.move({280, 60});
+    scrollTo(60);
+    mouse.release({280, 60});
+    EXPECT_EQ(graph->logicAxises().at(0).date, 20240010) << "the other end stays on its bar";
+
+    pane.draw(QZSTRay, {{100, 100}});
+    scrollTo(80);
+    pane.click({300, 100});
+    EXPECT_EQ(pane.layer().graphs().snapshot()->back()->logicAxises().at(0).date, 20240004);
+}
+
 TEST(PaintLayer, OnlyTheLatest300FiguresAreDrawn)
 {
     TestPane pane;
