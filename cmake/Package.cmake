@@ -1,4 +1,5 @@
-# `cmake --install` gives a host a package: find_package(QZLinePaintToolFactory).
+# `cmake --install` gives a host a package: find_package(QZLinePaintToolFactory). Its headers lie in one folder of the
+# library's name, which the package puts on the host's include path.
 include(CMakePackageConfigHelpers)
 
 set(qz_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/QZLinePaintToolFactory)
@@ -11,5 +12,8 @@ install(EXPORT QZLinePaintToolFactoryTargets NAMESPACE QZLinePaintToolFactory:: 
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/QZLinePaintToolFactoryConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/QZLinePaintToolFactoryConfigVersion.cmake
         DESTINATION ${qz_package_dir})
-install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QZLinePaintToolFactory FILES_MATCHING PATTERN "*.h")
+foreach(header IN LISTS qz_public_headers)
+  cmake_path(GET header PARENT_PATH room)
+  install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/QZLinePaintToolFactory/${room})
+endforeach()
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
