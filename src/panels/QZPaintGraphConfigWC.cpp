@@ -1,6 +1,7 @@
 #include "panels/QZPaintGraphConfigWC.h"
 
 #include "panels/QZInterfaceLoader.h"
+#include "panels/QZPanelTheme.h"
 #include "panels/QZSharedInstance.h"
 #include "platform/QZGlobalEnv.h"
 #include "platform/QZLog.h"
@@ -41,11 +42,6 @@ const std::array<LineTypeItem, 5>& lineTypeItems()
 /// Distance of the strip from the top of the chart window where it first appears (px).
 constexpr int topDistance = 40;
 constexpr int separatorWidth = 1;
-/// Share of the text's colour in what is drawn around the controls. A well's outline alone shows a colour that is like
-/// the strip's own.
-constexpr double outlineShare = 0.55;
-constexpr double lineShare = 0.3;
-constexpr double hoverShare = 0.12;
 
 QZPaletteLoad& theme()
 {
@@ -57,35 +53,6 @@ QColor defaultStrokeColor()
     return theme()
         .getCustomColor(QStringLiteral("QZLinePaintToolFactory.DefaultLineColor"))
         .value_or(QColor(254, 100, 0));
-}
-
-QColor mixed(const QColor& color, const QColor& background, double share)
-{
-    const auto mix = [share](int a, int b) { return qRound(a * share + b * (1.0 - share)); };
-    return {mix(color.red(), background.red()), mix(color.green(), background.green()),
-            mix(color.blue(), background.blue())};
-}
-
-QPalette themeColors(QPalette colors)
-{
-    const QColor background = theme()
-                                  .getCustomColor(QStringLiteral("QZLinePaintToolFactory.PanelBackgroundColor"))
-                                  .value_or(QColor(Qt::white));
-    const QColor text = theme()
-                            .getCustomColor(QStringLiteral("QZLinePaintToolFactory.IconNormalColor"))
-                            .value_or(background.lightnessF() < 0.5F ? QColor(Qt::white) : QColor(Qt::black));
-    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button}) {
-        colors.setColor(role, background);
-    }
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        colors.setColor(role, text);
-    }
-    colors.setColor(QPalette::Dark, mixed(text, background, outlineShare));
-    colors.setColor(QPalette::Mid, mixed(text, background, lineShare));
-    for (const auto role : {QPalette::Light, QPalette::Midlight}) {
-        colors.setColor(role, mixed(text, background, hoverShare));
-    }
-    return colors;
 }
 
 QPixmap themePicture(const char* key)
@@ -130,7 +97,6 @@ QZPaintGraphConfigWC::~QZPaintGraphConfigWC()
 {
     // The window goes last, hiding on its way: by then there is nothing left to follow it.
     window_.removeEventFilter(this);
-    delete colorPanel_.data();
 }
 
 template <typename Widget>
@@ -204,8 +170,15 @@ void QZPaintGraphConfigWC::windowDidLoad()
 void QZPaintGraphConfigWC::connectControls()
 {
     connect(btnEdit_, &QAbstractButton::clicked, this, &QZPaintGraphConfigWC::clickedEdit);
-    connect(cwStrokeColor_, &QAbstractButton::clicked, this, [this] { pickColor(*cwStrokeColor_); });
-    connect(cwFillColor_, &QAbstractButton::clicked, this, [this] { pickColor(*cwFillColor_); });
+    connect(cwStrokeColor_, &QAbstractButton::clicked, this, [this] { colorPicker_.pick(*cwStrokeColor_); });
+    connect(cwFillColor_, &QAbstractButton::clicked, this,
+            [this] { colorPicker_.pick(*cwFillColor_, QColorDialog::ShowAlphaChannel); });
+    connect(&colorPicker_, &QZColorPicker::colorPicked, this, [this](const QZPaintGraphConfigColorWell* well) {
+        if (well == cwStrokeColor_)
+            selectedStrokeColor();
+        else
+            selectedFillColor();
+    });
     connect(popLineType_, &QZPopUpButton::itemPicked, this, &QZPaintGraphConfigWC::selectedLineType);
     connect(popLineWidth_, &QZPopUpButton::itemPicked, this, &QZPaintGraphConfigWC::selectedLineWidth);
     for (const QZPopUpButton* popUp : {popLineType_, popLineWidth_}) // picked from or not
@@ -240,7 +213,7 @@ void QZPaintGraphConfigWC::prepareItems()
 
 void QZPaintGraphConfigWC::applyTheme()
 {
-    window_.setPalette(themeColors(window_.palette()));
+    window_.setPalette(panelColors(window_.palette()));
     titleView_->loadImage();
     btnEdit_->setIcon(themePicture("QZPaintGraphConfigWC.ConfigTextEdit"));
     btnDelete_->setIcon(themePicture("QZPaintGraphConfigWC.ConfigDelete"));
@@ -260,7 +233,7 @@ void QZPaintGraphConfigWC::setEnabledConfigs(std::uint64_t enabledConfigs)
         return;
     enabledConfigs_ = enabledConfigs;
     layOutControls();
-    if (activeWell_ != nullptr && activeWell_->isHidden())
+    if (const auto* well = colorPicker_.activeWell(); well != nullptr && well->isHidden())
         windowWillClose();
 }
 

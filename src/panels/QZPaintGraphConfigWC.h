@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/QZDrawingTypes.h"
+#include "panels/QZColorPicker.h"
 #include "panels/QZPaintGraphConfigColorWell.h"
 #include "panels/QZPaintGraphConfigTitleView.h"
 #include "panels/QZPaintGraphConfigWCDelegate.h"
@@ -10,9 +11,7 @@
 
 #include <QAbstractButton>
 #include <QColor>
-#include <QColorDialog>
 #include <QObject>
-#include <QPointer>
 
 #include <array>
 #include <cstdint>
@@ -106,13 +105,8 @@ private:
     void applyTheme();
     void placeOverChart();
 
-    /// Opens the colour picker for `well`, or brings it over from another one.
-    void pickColor(QZPaintGraphConfigColorWell& well);
-    void showColorOf(const QZPaintGraphConfigColorWell& well);
-    void makeColorPanel();
-    void colorPicked(const QColor& color);
-
     QZPanelWindow window_;
+    QZColorPicker colorPicker_{window_};
     std::uint64_t enabledConfigs_ = QZGraphConfig::all;
     std::uint64_t lineType_ = 0;
     int lineWidth_ = 1; // px
@@ -133,7 +127,5 @@ private:
     QAbstractButton* btnIsLocked_ = nullptr;
     QAbstractButton* btnDelete_ = nullptr;
 
-    QPointer<QColorDialog> colorPanel_; // made on first use
-    QZPaintGraphConfigColorWell* activeWell_ = nullptr;
     QZObservation styleObservation_;
 };

@@ -5,26 +5,7 @@
 #include <cmath>
 #include <limits>
 
-// What the strip is told and what it tells: values, actions and the colour picker.
-
-namespace {
-
-/// Gives the keyboard back while it still has it.
-class ColorPanel final : public QColorDialog {
-public:
-    explicit ColorPanel(QZPanelWindow& panel) : QColorDialog(&panel), panel_(panel) {}
-
-    void done(int result) override
-    {
-        panel_.returnKeyboard();
-        QColorDialog::done(result);
-    }
-
-private:
-    QZPanelWindow& panel_;
-};
-
-} // namespace
+// What the strip is told and what it tells: values and actions.
 
 void QZPaintGraphConfigWC::setDelegate(QZPaintGraphConfigWCDelegate* delegate)
 {
@@ -42,15 +23,13 @@ void QZPaintGraphConfigWC::setStrokeColor(const QColor& color)
     if (!color.isValid())
         return;
     cwStrokeColor_->setColor(color);
-    if (activeWell_ == cwStrokeColor_)
-        showColorOf(*cwStrokeColor_);
+    colorPicker_.reload(*cwStrokeColor_);
 }
 
 void QZPaintGraphConfigWC::setFillColor(const QColor& color)
 {
     cwFillColor_->setColor(color);
-    if (activeWell_ == cwFillColor_)
-        showColorOf(*cwFillColor_);
+    colorPicker_.reload(*cwFillColor_);
 }
 
 void QZPaintGraphConfigWC::setLineType(std::uint64_t lineType)
@@ -125,56 +104,5 @@ void QZPaintGraphConfigWC::clickedDelete()
 
 void QZPaintGraphConfigWC::windowWillClose()
 {
-    if (colorPanel_ != nullptr)
-        colorPanel_->close();
-}
-
-void QZPaintGraphConfigWC::makeColorPanel()
-{
-    // A child of the strip, so that it stays above it.
-    colorPanel_ = new ColorPanel(window_);
-    colorPanel_->setOptions(QColorDialog::DontUseNativeDialog | QColorDialog::NoButtons);
-    connect(colorPanel_, &QColorDialog::currentColorChanged, this, &QZPaintGraphConfigWC::colorPicked);
-    connect(colorPanel_, &QDialog::finished, this, [this] {
-        if (activeWell_ != nullptr)
-            activeWell_->setActive(false);
-        activeWell_ = nullptr;
-    });
-}
-
-void QZPaintGraphConfigWC::pickColor(QZPaintGraphConfigColorWell& well)
-{
-    if (colorPanel_ == nullptr)
-        makeColorPanel();
-    if (activeWell_ != nullptr)
-        activeWell_->setActive(false);
-    activeWell_ = &well;
-    well.setActive(true);
-    showColorOf(well);
-    colorPanel_->show();
-    colorPanel_->raise();
-    colorPanel_->activateWindow();
-}
-
-void QZPaintGraphConfigWC::showColorOf(const QZPaintGraphConfigColorWell& well)
-{
-    const QSignalBlocker silent(colorPanel_);
-    colorPanel_->setWindowTitle(well.toolTip());
-    colorPanel_->setOption(QColorDialog::ShowAlphaChannel, &well == cwFillColor_);
-    // Setting the same colour again would lose the hue of a grey that is being dragged.
-    const QColor color = well.color().isValid() ? well.color() : QColor(Qt::white);
-    if (colorPanel_->currentColor() != color)
-        colorPanel_->setCurrentColor(color);
-}
-
-void QZPaintGraphConfigWC::colorPicked(const QColor& color)
-{
-    if (activeWell_ == nullptr)
-        return;
-    activeWell_->setColor(color);
-    if (activeWell_ == cwStrokeColor_) {
-        selectedStrokeColor();
-    } else {
-        selectedFillColor();
-    }
+    colorPicker_.close();
 }
