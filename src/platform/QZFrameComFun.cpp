@@ -9,6 +9,8 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 
+#include <utility>
+
 namespace {
 
 constexpr qsizetype maxFolderName = 120; // characters; file systems stop at 255 bytes or a little earlier
@@ -90,7 +92,7 @@ QString QZFrameComFun::getStorageFilePath(int storageKind, const QString& subFol
     return QStringLiteral(":/qz/storage/%1").arg(fileName);
 }
 
-void QZFrameComFun::setRootFolder(const QString& folder)
+QString QZFrameComFun::setRootFolder(const QString& folder)
 {
-    customRoot() = folder;
+    return std::exchange(customRoot(), folder);
 }

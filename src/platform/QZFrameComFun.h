@@ -22,6 +22,6 @@ public:
     static QString getStorageFilePath(int storageKind, const QString& subFolderPath, const QString& fileName,
                                       bool isNeedWrite);
 
-    /// Sets the root folder; an empty text restores QStandardPaths::AppDataLocation.
-    static void setRootFolder(const QString& folder);
+    /// Sets the root folder and returns the one set before; an empty text stands for QStandardPaths::AppDataLocation.
+    static QString setRootFolder(const QString& folder);
 };

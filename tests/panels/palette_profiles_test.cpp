@@ -22,10 +22,10 @@ class PaletteProfiles : public testing::Test {
 protected:
     void SetUp() override
     {
-        QZFrameComFun::setRootFolder(root_.path());
+        rootBefore_ = QZFrameComFun::setRootFolder(root_.path());
         path_ = QZFrameComFun::getStorageFilePath(1, {}, QStringLiteral("QZPaintControl.plist"), true);
     }
-    void TearDown() override { QZFrameComFun::setRootFolder({}); }
+    void TearDown() override { QZFrameComFun::setRootFolder(rootBefore_); }
 
     void write(const std::string& bytes)
     {
@@ -35,6 +35,7 @@ protected:
     }
 
     QTemporaryDir root_;
+    QString rootBefore_;
     QString path_;
     LogSpy log_;
 };

@@ -20,7 +20,8 @@ protected:
 
     void SetUp() override
     {
-        QZFrameComFun::setRootFolder(root_.path());
+        rootBefore_ = QZFrameComFun::setRootFolder(root_.path());
+        ASSERT_FALSE(rootBefore_.isEmpty()) << "that is the real user's folder";
         QZGlobalEnv::getShareInstance().setLoginUser(QStringLiteral("ann"));
         reopen();
     }
@@ -28,7 +29,7 @@ protected:
     {
         QZPaintActiveManager::sharedManager().setCurrentActiveLayer(nullptr);
         QZGlobalEnv::getShareInstance().setLoginUser({});
-        QZFrameComFun::setRootFolder({});
+        QZFrameComFun::setRootFolder(rootBefore_);
     }
 
     /// As after the application was started anew.
@@ -91,5 +92,6 @@ protected:
     }
 
     QTemporaryDir root_;
+    QString rootBefore_;
     LogSpy log_;
 };
