@@ -1,3 +1,4 @@
+#include "model/QZPaintNotifications.h"
 #include "panels/QZPaintControl.h"
 #include "platform/QZFrameComFun.h"
 #include "platform/QZGlobalEnv.h"
@@ -7,9 +8,9 @@
 #include "surface/QZPaintLayer.h"
 #include "surface/QZPaintManagerView.h"
 #include "surface/QZPaintSplitView.h"
+#include "tools/QZPaintToolTable.h"
 
 #include <QDebug>
-#include <QScopeGuard>
 #include <QStringList>
 
 #include <algorithm>
@@ -52,30 +53,32 @@ bool caught(const QString& prefix, const Body& body)
     return false;
 }
 
-/// The figures that `rows` hold, finished and tied to `layer`. A row of a type that the pane does not accept is left
-/// out.
-QZGraphSet::Members readGraphs(QZGraphStore& store, QZGraphResultSet& rows, QZPaintLayer& layer)
+/// The finished figure that `row` holds, tied to the pane's layer; null for a type that the pane does not accept.
+std::shared_ptr<QZPaintGraph> graphOf(QZGraphRow row, const QZPaintManagerView& pane)
 {
+    if ((pane.enableTypes() & row.graphType) == 0)
+        return nullptr;
+    auto graph = createPaintTool(row.graphType);
+    // Such a figure is one for the whole application: a row must not get hold of it.
+    if (!graph->isStored())
+        return nullptr;
+    row.points.resize(std::min(row.points.size(), graph->points().size()));
+    graph->initWithLayer(pane.paintLayer(), row.strokeColor, row.fillColor, static_cast<std::uint64_t>(row.lineType),
+                         row.lineWidth, std::move(row.points), row.textValue, row.font, row.isLocked, false, false);
     const QZPaintControl* palette = QZPaintControl::existing();
-    const bool hidden = palette != nullptr && palette->isHidden();
-    const std::shared_ptr<QZPaintLayer> owner = layer.shared_from_this();
-    // Making a figure marks painting as under way; however the load ends, it leaves no such mark.
-    const auto unmark = qScopeGuard([] {
-        const auto flag = QStringLiteral("CONTEXT_IS_PAINT_EDITING");
-        QZGlobalEnv::getShareInstance().setGlobalContext(flag, flag, false);
-    });
+    graph->setHidden(palette != nullptr && palette->isHidden());
+    return graph;
+}
+
+QZGraphSet::Members readGraphs(QZGraphStore& store, QZGraphResultSet& rows, const QZPaintManagerView& pane)
+{
+    const QString flag = QZContextIsPaintEditing;
     QZGraphSet::Members graphs;
     while (rows.next()) {
-        QZGraphRow row = store.readRow(rows);
-        // The range band is one for the whole application and is never stored: a row must not get hold of it.
-        const auto graph = row.graphType == QZSTToolRangeStatistics ? nullptr : layer.allocGraphWithType(row.graphType);
-        if (!graph)
-            continue;
-        row.points.resize(std::min(row.points.size(), graph->points().size()));
-        graph->initWithLayer(owner, row.strokeColor, row.fillColor, static_cast<std::uint64_t>(row.lineType),
-                             row.lineWidth, std::move(row.points), row.textValue, row.font, row.isLocked, false, false);
-        graph->setHidden(hidden);
-        graphs.push_back(graph);
+        if (auto graph = graphOf(store.readRow(rows), pane))
+            graphs.push_back(std::move(graph));
+        // What comes from a file is not being painted.
+        QZGlobalEnv::getShareInstance().setGlobalContext(flag, flag, false);
     }
     return graphs;
 }
@@ -96,7 +99,7 @@ void takeOverArmedTool(const QZPaintSplitView* split, QZPaintLayer& layer)
 bool writeGraphs(QZGraphStore& store, const QString& key, const QZGraphSet::Members& graphs)
 {
     return std::ranges::all_of(graphs, [&](const std::shared_ptr<QZPaintGraph>& graph) {
-        return graph->type() == QZSTToolRangeStatistics || store.insertGraph(key, *graph);
+        return !graph->isStored() || store.insertGraph(key, *graph);
     });
 }
 
@@ -196,7 +199,7 @@ void QZPaintManagerView::loadGroup(QZGraphDatabase& database)
         writeBusCommonLog(QStringLiteral("Empty result set for stockCode ") + currentStockCode_);
         return;
     }
-    const QZGraphSet::Members read = readGraphs(store, *rows, layer);
+    const QZGraphSet::Members read = readGraphs(store, *rows, *this);
     if (!rows->failure().isNull())
         writeBusCommonLog(QStringLiteral("Read line paint DB exception : ") + rows->failure());
     {
