@@ -1,14 +1,18 @@
 #include "surface/QZGraphDatabase.h"
 
+#include <QScopeGuard>
+
 #include <SQLiteCpp/Column.h>
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 #include <algorithm>
 #include <exception>
+#include <sqlite3.h>
 
 namespace {
 
-constexpr int busyTimeout = 2000; // ms
+constexpr int busyTimeout = 2000;       // ms
+constexpr int maxInsertSteps = 100'000; // of SQLite's machine; a row takes about fifty
 
 char lower(char letter)
 {
@@ -115,10 +119,16 @@ std::shared_ptr<QZGraphDatabase> QZGraphDatabase::databaseWithPath(const QString
     return std::shared_ptr<QZGraphDatabase>(new QZGraphDatabase(path));
 }
 
-bool QZGraphDatabase::failed(const char* message)
+bool QZGraphDatabase::failed(const char* message, int errorCode)
 {
     lastError_ = QString::fromUtf8(message);
+    lastErrorCode_ = errorCode;
     return false;
+}
+
+bool QZGraphDatabase::wasStopped() const
+{
+    return lastErrorCode_ == SQLITE_INTERRUPT;
 }
 
 bool QZGraphDatabase::openWithFlags(int flags)
@@ -131,11 +141,6 @@ bool QZGraphDatabase::openWithFlags(int flags)
     } catch (const std::exception& error) {
         return failed(error.what());
     }
-}
-
-bool QZGraphDatabase::goodConnection()
-{
-    return connection_ && executeQuery("select name from sqlite_master where type='table'").has_value();
 }
 
 void QZGraphDatabase::close()
@@ -170,9 +175,22 @@ bool QZGraphDatabase::executeUpdate(const std::string& statement)
         while (prepared.executeStep()) {
         }
         return true;
+    } catch (const SQLite::Exception& error) {
+        return failed(error.what(), error.getErrorCode());
     } catch (const std::exception& error) {
         return failed(error.what());
     }
+}
+
+bool QZGraphDatabase::executeInsert(const std::string& statement)
+{
+    if (!isInTransaction())
+        return failed("no transaction is active");
+    sqlite3* const handle = connection_->getHandle();
+    sqlite3_progress_handler(
+        handle, maxInsertSteps, [](void*) { return 1; }, nullptr);
+    const auto unbound = qScopeGuard([handle] { sqlite3_progress_handler(handle, 0, nullptr, nullptr); });
+    return executeUpdate(statement);
 }
 
 bool QZGraphDatabase::beginTransaction()
@@ -183,4 +201,9 @@ bool QZGraphDatabase::beginTransaction()
 bool QZGraphDatabase::commit()
 {
     return executeUpdate("COMMIT TRANSACTION");
+}
+
+bool QZGraphDatabase::isInTransaction() const
+{
+    return connection_ && sqlite3_get_autocommit(connection_->getHandle()) == 0;
 }

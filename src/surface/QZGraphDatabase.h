@@ -69,10 +69,10 @@ public:
     static std::shared_ptr<QZGraphDatabase> databaseWithPath(const QString& path);
 
     /// `flags` are SQLite's: 6 opens for reading and writing and creates a missing file. True when it is open already.
-    /// The file is not looked into before the first statement: see goodConnection().
+    /// The file is not looked into before the first statement, which is the one that waits when it is locked.
     bool openWithFlags(int flags);
-    /// Whether it is open and the file is a database that can be read at all.
-    bool goodConnection();
+    /// Whether it is open.
+    [[nodiscard]] bool goodConnection() const { return connection_ != nullptr; }
     /// An unfinished transaction is lost.
     void close();
     [[nodiscard]] QString databasePath() const { return path_; }
@@ -82,18 +82,27 @@ public:
     std::optional<QZGraphResultSet> executeQuery(const std::string& statement,
                                                  const std::optional<std::string>& argument = std::nullopt);
     bool executeUpdate(const std::string& statement);
+    /// Runs an INSERT that a user's texts stand in. Fails without a transaction, where it would be written at once. One
+    /// that works longer than any row needs is stopped, see wasStopped().
+    bool executeInsert(const std::string& statement);
     /// What went wrong last.
     [[nodiscard]] QString lastErrorMessage() const { return lastError_; }
+    /// Whether what went wrong last was a statement that worked for too long. SQLite takes its transaction back.
+    [[nodiscard]] bool wasStopped() const;
+    /// For a caller that does not let a statement run: answers false and keeps `message` as what went wrong last.
+    bool failed(const char* message, int errorCode = 0);
 
     /// Locks the file for everyone else, so that the commit cannot meet a lock.
     bool beginTransaction();
     bool commit();
+    /// A transaction ends with commit(), with close(), and when SQLite gives it up: at a full disk, for instance.
+    [[nodiscard]] bool isInTransaction() const;
 
 private:
     explicit QZGraphDatabase(QString path) : path_(std::move(path)) {}
-    bool failed(const char* message);
 
     QString path_;
     std::shared_ptr<SQLite::Database> connection_;
     QString lastError_;
+    int lastErrorCode_ = 0; // SQLite's, for executeUpdate(); else 0
 };

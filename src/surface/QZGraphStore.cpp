@@ -78,12 +78,6 @@ void appendQuoted(std::string& statement, const QString& text)
     appendQuoted(statement, std::string_view(utf8.constData(), static_cast<std::size_t>(utf8.size())));
 }
 
-// A doubled quote is the only one that leaves the text whole.
-bool endsItsText(const QString& key)
-{
-    return QString(key).remove(QStringLiteral("''")).contains(u'\'');
-}
-
 bool isDigit(char letter)
 {
     return letter >= '0' && letter <= '9';
@@ -200,9 +194,12 @@ std::optional<QString> QZGraphStore::createTableIfMissing()
 {
     auto count =
         database_.executeQuery("SELECT COUNT(*) FROM sqlite_master WHERE TYPE='table' AND NAME=?", tableName());
-    if (count && count->next() && count->intForColumnIndex(0) >= 1)
+    // What keeps the question from being asked keeps the table from being made, and a lock is waited for once.
+    if (!count)
+        return database_.lastErrorMessage();
+    if (count->next() && count->intForColumnIndex(0) >= 1)
         return std::nullopt;
-    if (count && !count->failure().isNull())
+    if (!count->failure().isNull())
         return count->failure();
     count.reset();
     if (database_.executeUpdate("CREATE TABLE " + tableName() + std::string(columnTypes)))
@@ -210,9 +207,16 @@ std::optional<QString> QZGraphStore::createTableIfMissing()
     return database_.lastErrorMessage();
 }
 
+// A doubled quote is the only one that leaves the text whole.
+bool QZGraphStore::isBarred(const QString& key)
+{
+    return QString(key).remove(QStringLiteral("''")).contains(u'\'') &&
+           !database_.failed("a key with an unpaired quote is barred");
+}
+
 std::optional<QZGraphResultSet> QZGraphStore::selectGroup(const QString& key)
 {
-    if (endsItsText(key))
+    if (isBarred(key))
         return std::nullopt;
     std::string statement = "SELECT * FROM " + tableName() + " WHERE graphIndex=";
     appendQuoted(statement, key);
@@ -221,7 +225,7 @@ std::optional<QZGraphResultSet> QZGraphStore::selectGroup(const QString& key)
 
 bool QZGraphStore::deleteGroup(const QString& key)
 {
-    if (endsItsText(key))
+    if (isBarred(key))
         return false;
     std::string statement = "DELETE FROM " + tableName() + " WHERE graphIndex=";
     appendQuoted(statement, key);
@@ -230,6 +234,8 @@ bool QZGraphStore::deleteGroup(const QString& key)
 
 bool QZGraphStore::insertGraph(const QString& key, const QZPaintGraph& graph)
 {
+    if (isBarred(key))
+        return false;
     std::string statement = "INSERT INTO " + tableName() + " VALUES (";
     appendQuoted(statement, std::string_view(version.data(), static_cast<std::size_t>(version.size())));
     statement += ",'','',";
@@ -253,7 +259,7 @@ bool QZGraphStore::insertGraph(const QString& key, const QZPaintGraph& graph)
     statement += ',';
     appendQuoted(statement, graph.text());
     statement += ')';
-    return database_.executeUpdate(statement);
+    return database_.executeInsert(statement);
 }
 
 QZGraphRow QZGraphStore::readRow(const QZGraphResultSet& row)

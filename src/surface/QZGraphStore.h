@@ -33,7 +33,8 @@ struct QZGraphRow {
 /// of one pane for one stock, cycle and view are a group, which shares one key.
 ///
 /// Texts stand between single quotes as they are. One with a quote in it makes its statement another one, which as a
-/// rule does not run; a key with a quote never finds and never removes anything.
+/// rule does not run; a key with an unpaired quote is barred: no statement with it runs, for it could reach other
+/// groups.
 class QZGraphStore {
 public:
     static constexpr QLatin1StringView version{"1.0.0"};
@@ -55,6 +56,7 @@ public:
     bool insertGraph(const QString& key, const QZPaintGraph& graph);
 
 private:
+    bool isBarred(const QString& key);
     const QFont& fontOf(std::string_view name, double size);
 
     QZGraphDatabase& database_;

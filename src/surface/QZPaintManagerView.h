@@ -79,7 +79,8 @@ public:
     /// pane of the split view is armed here too.
     void loadDB(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry);
     /// Replaces the stored group by the pane's figures and makes it the current one, once for each load: further saves,
-    /// and those of a pane that was never loaded, write nothing. The active pane is emptied.
+    /// and those of a pane that was never loaded, write nothing. The active pane is emptied. A file that cannot be
+    /// written leaves the pane as it is, and the save may be tried again.
     void saveDB(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry);
     /// The key of a group.
     [[nodiscard]] static QString constructDBIndex(const QString& stockCode, std::uint64_t cycle,
@@ -117,7 +118,7 @@ private:
     static void closeGraphDatabase();
     void setCurrentGroup(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry);
     void loadGroup(QZGraphDatabase& database);
-    void saveGroup(QZGraphDatabase& database);
+    bool saveGroup(QZGraphDatabase& database);
     void switchToFileOfUser();
     [[nodiscard]] QString groupDescription() const;
 

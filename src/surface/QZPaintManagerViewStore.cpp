@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <exception>
 #include <mutex>
+#include <span>
 
 namespace {
 
@@ -96,11 +97,31 @@ void takeOverArmedTool(const QZPaintSplitView* split, QZPaintLayer& layer)
         graph->setThumbnail(armed->thumbnail());
 }
 
-bool writeGraphs(QZGraphStore& store, const QString& key, const QZGraphSet::Members& graphs)
+bool logWriteError(const QZGraphDatabase& database)
 {
-    return std::ranges::all_of(graphs, [&](const std::shared_ptr<QZPaintGraph>& graph) {
+    writeBusCommonLog(QStringLiteral("Write line paint DB error : ") + database.lastErrorMessage());
+    return false;
+}
+
+/// Replaces the group of `key` by `graphs`, up to the first that cannot be written. False when the stored group must
+/// stay as it was: the caller then closes the file, which takes back what was not committed.
+bool replaceGroup(QZGraphDatabase& database, const QString& key, std::span<const std::shared_ptr<QZPaintGraph>> graphs)
+{
+    QZGraphStore store(database);
+    if (!database.beginTransaction() || !store.deleteGroup(key))
+        return logWriteError(database);
+    const auto refused = std::ranges::find_if_not(graphs, [&](const std::shared_ptr<QZPaintGraph>& graph) {
         return !graph->isStored() || store.insertGraph(key, *graph);
     });
+    if (refused != graphs.end()) {
+        logWriteError(database);
+        // The transaction may be gone. A statement that had to be stopped is no worse than another one that fails: what
+        // came before it is written once more. Any other reason, such as a full disk, would only come back.
+        if (!database.isInTransaction())
+            return database.wasStopped() &&
+                   replaceGroup(database, key, graphs.first(static_cast<std::size_t>(refused - graphs.begin())));
+    }
+    return database.commit() || logWriteError(database);
 }
 
 /// What is saved leaves the active pane; the other panes keep their figures.
@@ -113,11 +134,6 @@ void emptyIfActive(QZPaintLayer& layer)
     layer.setCurrentGraph(nullptr);
     layer.setActive(wasActive);
     layer.graphs().removeAll();
-}
-
-void logWriteError(const QZGraphDatabase& database)
-{
-    writeBusCommonLog(QStringLiteral("Write line paint DB error : ") + database.lastErrorMessage());
 }
 
 } // namespace
@@ -221,38 +237,28 @@ void QZPaintManagerView::saveDB(const QString& stockCode, std::uint64_t cycle, c
     setCurrentGroup(stockCode, cycle, viewIdentiry);
     if (const auto missing = QZGraphStore(*database).createTableIfMissing()) {
         writeBusCommonLog(*missing);
+        database->close();
         return;
     }
     if (!isValidateSaveDB_)
         return;
-    // Closing ends a transaction that would otherwise keep the file locked.
-    if (!caught(QStringLiteral("Write line paint DB exception : "), [&] { saveGroup(*database); }))
+    bool saved = false;
+    caught(QStringLiteral("Write line paint DB exception : "), [&] { saved = saveGroup(*database); });
+    // Closing takes an unfinished transaction back, and lets the next save open what is there by then.
+    if (!saved)
         database->close();
 }
 
-// What cannot be locked or committed leaves the stored group, the pane and the right to save as they were.
-void QZPaintManagerView::saveGroup(QZGraphDatabase& database)
+// What cannot be written leaves the stored group, the pane and the right to save as they were.
+bool QZPaintManagerView::saveGroup(QZGraphDatabase& database)
 {
-    if (!database.beginTransaction()) {
-        logWriteError(database);
-        return;
-    }
-    QZGraphStore store(database);
-    const QString key = constructDBIndex(currentStockCode_, currentCycle_, currentIdentify_);
-    store.deleteGroup(key);
     const std::lock_guard lock(paintLayer_->graphs());
-    const bool complete = writeGraphs(store, key, *paintLayer_->graphs().snapshot());
-    if (!complete)
-        logWriteError(database);
-    if (!database.commit()) {
-        // A full disk takes the whole transaction back at the insert that met it, which was reported.
-        if (complete)
-            logWriteError(database);
-        database.close();
-        return;
-    }
+    const QString key = constructDBIndex(currentStockCode_, currentCycle_, currentIdentify_);
+    if (!replaceGroup(database, key, *paintLayer_->graphs().snapshot()))
+        return false;
     emptyIfActive(*paintLayer_);
     isValidateSaveDB_ = false;
+    return true;
 }
 
 QString QZPaintManagerView::groupDescription() const

@@ -17,6 +17,8 @@
 class GraphStore : public testing::Test {
 protected:
     static constexpr std::uint64_t day = QZPCCandlestickCycleDay;
+    static inline const QString stock = QStringLiteral("600000");
+    static inline const QString pane = QStringLiteral("main");
 
     void SetUp() override
     {
@@ -79,12 +81,12 @@ protected:
         view.paintLayer()->graphs().add(std::move(graph));
     }
     /// Loads the group, adds figures of these widths and saves it again.
-    static void store(QZPaintManagerView& view, const QString& stock, std::initializer_list<std::uint64_t> widths)
+    static void store(QZPaintManagerView& view, const QString& code, std::initializer_list<std::uint64_t> widths)
     {
-        view.loadDB(stock, day, QStringLiteral("main"));
+        view.loadDB(code, day, pane);
         for (const std::uint64_t width : widths)
             add(view, figure(view, QZSTLineSegment, width));
-        view.saveDB(stock, day, QStringLiteral("main"));
+        view.saveDB(code, day, pane);
     }
     static std::vector<std::shared_ptr<QZPaintGraph>> graphs(const QZPaintManagerView& view)
     {

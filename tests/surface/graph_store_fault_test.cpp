@@ -2,16 +2,16 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <csignal>
 #include <functional>
+#include <sqlite3.h>
+#include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
-
-const QString stock = QStringLiteral("600000");
-const QString pane = QStringLiteral("main");
 
 bool writeFile(const QString& path, const QByteArray& bytes, qint64 at = 0)
 {
@@ -19,16 +19,31 @@ bool writeFile(const QString& path, const QByteArray& bytes, qint64 at = 0)
     return file.open(QIODevice::ReadWrite) && file.seek(at) && file.write(bytes) == bytes.size();
 }
 
-/// Takes its process down in the middle of a save, when it is asked for its line type.
-class FatalGraph : public QZPaintGraph {
+/// A figure that does something of its own in the middle of a save, when it is asked for its line type.
+class HookedGraph : public QZPaintGraph {
 public:
-    FatalGraph() : QZPaintGraph(QZSTRay) {}
+    explicit HookedGraph(std::function<void()> hook) : QZPaintGraph(QZSTRay), hook_(std::move(hook)) {}
     std::uint64_t lineType() const override
     {
-        std::raise(SIGKILL);
+        hook_();
         return 0;
     }
+
+private:
+    std::function<void()> hook_;
 };
+
+/// A chart that fails while figures are being made.
+class ThrowingView : public TestView {
+public:
+    std::int64_t enableTypes() const override { throw std::runtime_error("no chart"); }
+};
+
+void reopenAs(int flags)
+{
+    QZPaintManagerView::graphDatabase()->close();
+    QZPaintManagerView::graphDatabase()->openWithFlags(flags);
+}
 
 /// Runs `body` in a process of its own, which has no database open; the status that it ends with.
 int inAnotherProcess(const std::function<void()>& body)
@@ -49,6 +64,19 @@ int statusOf(int child)
     return status;
 }
 
+int waited = 0; // ms
+
+/// SQLite's way to files, which counts waits for locks instead of waiting.
+sqlite3_vfs waitless = [] {
+    sqlite3_vfs files = *sqlite3_vfs_find(nullptr);
+    files.zName = "waitless";
+    files.xSleep = [](sqlite3_vfs*, int microseconds) {
+        waited += microseconds / 1000;
+        return microseconds;
+    };
+    return files;
+}();
+
 } // namespace
 
 TEST_F(GraphStore, Faults)
@@ -62,37 +90,43 @@ TEST_F(GraphStore, Faults)
     const auto remake = [](const char* sql) { return [=] { run("DROP TABLE GraphTable"), run(sql); }; };
     const auto put = [](const QByteArray& bytes, int at) { return [=] { writeFile(file(), bytes, at); }; };
     const Break none = [] {};
+    sqlite3_vfs_register(&waitless, 1);
+    const auto restored = qScopeGuard([] { sqlite3_vfs_unregister(&waitless); });
+    const auto log = [this] {
+        const QString lines = log_.lines.join(u'\n').replace(u"Write line paint DB error"_qs, u"write"_qs);
+        return QString(lines).replace(u"Read line paint DB exception"_qs, u"read"_qs).toStdString();
+    };
     const char* const empty = "Empty result set for stockCode 600000";
     struct Row {
         const char* name;
         Break beforeLoad, beforeSave;
         const char *loadLog, *saveLog, *left; // what the log says, and the widths that the file then holds
         bool savesLater;                      // the pane can be saved once the fault is gone
+        int waits = 0;                        // ms
     };
     const std::vector<Row> rows{
         {"nothing is wrong", none, none, "", "", "1,2,3", false},
         {"not a database", put(QByteArray(5000, 'x'), 0), none, empty, "file is not a database", "", true},
         {"file cut off", [] { QFile::resize(file(), 4096); }, none, empty, "database disk image is malformed", "",
          true},
-        {"a page overwritten", put(QByteArray(4096, '\xff'), 4096), none,
-         "Read line paint DB exception : database disk image is malformed",
-         "Write line paint DB error : database disk image is malformed", "", true},
+        {"a page overwritten", put(QByteArray(4096, '\xff'), 4096), none, "read : database disk image is malformed",
+         "write : database disk image is malformed", "", true},
         {"emptied file", [] { QFile::resize(file(), 0); }, none, empty, "", "2,3", false},
-        {"locked for reading", none, lock("BEGIN EXCLUSIVE"), "", "database is locked", "1", true},
-        {"someone else is saving", none, lock("BEGIN IMMEDIATE"), "", "Write line paint DB error : database is locked",
-         "1", true},
-        {"file may only be read", none, shared("PRAGMA query_only=1"), "",
-         "Write line paint DB error : attempt to write a readonly database", "1", true},
-        {"disk full", none, shared("PRAGMA max_page_count=3"), "",
-         "Write line paint DB error : database or disk is full", "1", true},
+        {"locked for reading", none, lock("BEGIN EXCLUSIVE"), "", "database is locked", "1", true, 2000},
+        {"locked all along", lock("BEGIN EXCLUSIVE"), none, empty, "database is locked", "1", true, 4000},
+        {"someone else is saving", none, lock("BEGIN IMMEDIATE"), "", "write : database is locked", "1", true, 2000},
+        {"file may only be read", none, [] { reopenAs(SQLITE_OPEN_READONLY); }, "",
+         "write : attempt to write a readonly database", "1", true},
+        {"disk full", none, shared("PRAGMA max_page_count=3"), "", "write : database or disk is full", "1", true},
+        {"disk full at the removal of the old rows", none,
+         shared("CREATE TRIGGER full BEFORE DELETE ON GraphTable BEGIN SELECT RAISE(ROLLBACK, 'full'); END"), "",
+         "write : full", "1", true},
         {"second insert refused", none,
          shared("CREATE TRIGGER refuse BEFORE INSERT ON GraphTable WHEN new.lineWidth=2 BEGIN SELECT RAISE(ABORT, "
                 "'no'); END"),
-         "", "Write line paint DB error : no", "1", false},
-        {"other columns", remake("CREATE TABLE GraphTable(graphIndex, lineWidth)"), none, "",
-         "Write line paint DB error : table GraphTable has 2 columns but 20 values were supplied", "", false},
+         "", "write : no", "1", false},
         {"no group column", remake("CREATE TABLE GraphTable(lineWidth)"), none, empty,
-         "Write line paint DB error : table GraphTable has 1 columns but 20 values were supplied", "", false},
+         "write : no such column: graphIndex", "", true},
         {"a view in the table's place", remake("CREATE VIEW GraphTable AS SELECT 9 AS lineWidth, 1 AS graphIndex"),
          none, "", "view GraphTable already exists", "9", true},
     };
@@ -101,14 +135,15 @@ TEST_F(GraphStore, Faults)
         QFile::remove(file());
         reopen();
         TestView view;
+        QZPaintActiveManager::sharedManager().setCurrentActiveLayer(view.paintLayer());
         store(view, stock, {1});
-        view.paintLayer()->graphs().removeAll();
         QZPaintManagerView::graphDatabase()->close();
 
         log_.lines.clear();
+        waited = 0;
         row.beforeLoad();
         view.loadDB(stock, day, pane);
-        EXPECT_EQ(log_.lines.join(u'\n').toStdString(), row.loadLog);
+        EXPECT_EQ(log(), row.loadLog);
 
         log_.lines.clear();
         row.beforeSave();
@@ -116,9 +151,10 @@ TEST_F(GraphStore, Faults)
         graphs(view).back()->setText(QString(20'000, u'x'));
         add(view, figure(view, QZSTRay, 3));
         view.saveDB(stock, day, pane);
-        EXPECT_EQ(log_.lines.join(u'\n').toStdString(), row.saveLog);
+        EXPECT_EQ(log(), row.saveLog);
+        EXPECT_EQ(waited, row.waits);
+        EXPECT_NE(graphs(view).empty(), row.savesLater);
         other.reset();
-        QZPaintManagerView::graphDatabase()->close();
         EXPECT_EQ(stored("lineWidth"), row.left);
 
         QFile::remove(file());
@@ -130,38 +166,60 @@ TEST_F(GraphStore, Faults)
 TEST_F(GraphStore, NoPlaceForTheFile)
 {
     const QString folder = QFileInfo(file()).path();
+    TestView view;
+    store(view, stock, {1});
     for (const bool fileForFolder : {true, false}) {
         SCOPED_TRACE(fileForFolder ? "a file in the place of the folder" : "a folder in the place of the file");
-        QDir(folder).removeRecursively();
-        ASSERT_TRUE(fileForFolder ? writeFile(folder, "x")
-                                  : QFile::remove(folder) && QDir().mkpath(folder + u"/LinePaint.db"_qs));
-        EXPECT_FALSE(QZPaintManagerView::openDBFile()->goodConnection());
-        EXPECT_EQ(log_.lines.last(), u"Open Line paint DB file failed!"_qs);
-        QZPaintManagerView::graphDatabase()->close();
-        TestView view;
         view.loadDB(stock, day, pane);
-        EXPECT_EQ(log_.lines.last(), u"Empty result set for stockCode 600000"_qs);
-        add(view, figure(view));
+        QDir(folder).removeRecursively();
+        ASSERT_TRUE(fileForFolder ? writeFile(folder, "x") : QDir().mkpath(folder + u"/LinePaint.db"_qs));
+        view.saveDB(stock, day, pane);
+        EXPECT_EQ(log_.lines.last(), u"Write line paint DB error : attempt to write a readonly database"_qs);
         view.saveDB(stock, day, pane);
         EXPECT_EQ(log_.lines.last(), u"Open line paint DB file failed!"_qs);
         EXPECT_EQ(graphs(view).size(), 1U);
+        EXPECT_FALSE(QZPaintManagerView::openDBFile()->goodConnection());
+        EXPECT_EQ(log_.lines.last(), u"Open Line paint DB file failed!"_qs);
+
+        EXPECT_TRUE(fileForFolder ? QFile::remove(folder) : QDir(folder).removeRecursively());
+        EXPECT_TRUE(QDir().mkpath(folder));
+        view.saveDB(stock, day, pane);
+        EXPECT_EQ(stored("lineWidth"), "1");
     }
 }
 
-TEST_F(GraphStore, KilledInTheMiddleOfASave)
+TEST_F(GraphStore, BrokenOffInTheMiddle)
 {
+    struct Row {
+        const char* name;
+        std::function<void()> hook;
+        const char16_t* log;
+    };
     TestView view;
-    store(view, stock, {1, 2});
-    const int status = statusOf(inAnotherProcess([&] {
+    store(view, stock, {1});
+    ThrowingView().loadDB(stock, day, pane);
+    EXPECT_EQ(log_.lines.last(), u"Read line paint DB exception : no chart");
+    for (const Row& row :
+         {Row{"killed", [] { std::raise(SIGKILL); }, u""},
+          Row{"thrown", [] { throw std::runtime_error("no type"); }, u"Write line paint DB exception : no type"},
+          Row{"reopened", [] { reopenAs(SQLITE_OPEN_READWRITE); },
+              u"Write line paint DB error : no transaction is active"}}) {
+        SCOPED_TRACE(row.name);
         view.loadDB(stock, day, pane);
-        add(view, std::make_shared<FatalGraph>());
-        view.saveDB(stock, day, pane);
-    }));
-    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
-    view.loadDB(stock, day, pane);
-    ASSERT_EQ(graphs(view).size(), 2U) << "the group as it was before";
+        ASSERT_EQ(graphs(view).size(), 1U) << "the group as it was before";
+        add(view, std::make_shared<HookedGraph>(row.hook));
+        log_.lines.clear();
+        const auto save = [&] { view.saveDB(stock, day, pane); };
+        if (*row.log == u'\0')
+            EXPECT_EQ(WTERMSIG(statusOf(inAnotherProcess(save))), SIGKILL);
+        else
+            save();
+        EXPECT_EQ(log_.lines.join(u'\n'), row.log);
+    }
+    EXPECT_EQ(stored("lineWidth"), "1");
+    view.paintLayer()->graphs().removeAll();
     view.saveDB(stock, day, pane);
-    EXPECT_EQ(stored("lineWidth"), "1,2");
+    EXPECT_EQ(stored("lineWidth"), "") << "nothing is locked for good";
 }
 
 TEST_F(GraphStore, TwoProcessesSaveAtOnce)
@@ -170,17 +228,14 @@ TEST_F(GraphStore, TwoProcessesSaveAtOnce)
     TestView view;
     store(view, stock, {});
     // A process that waited too long says so and may try again.
-    const auto untilItWorks = [this](const std::function<void()>& step) {
-        do {
-            log_.lines.clear();
-            step();
-        } while (!log_.lines.isEmpty());
-    };
     const auto fill = [&](const QString& name) {
-        for (int i = 0; i < rounds; ++i) {
-            untilItWorks([&] { view.loadDB(name, day, pane); });
+        for (int saved = 0; saved < rounds; saved += log_.lines.isEmpty() ? 1 : 0) {
+            log_.lines.clear();
+            view.loadDB(name, day, pane);
+            if (!log_.lines.isEmpty())
+                continue;
             add(view, figure(view));
-            untilItWorks([&] { view.saveDB(name, day, pane); });
+            view.saveDB(name, day, pane);
         }
     };
     for (const int child : {inAnotherProcess([&] { fill(QStringLiteral("first")); }),
@@ -190,11 +245,16 @@ TEST_F(GraphStore, TwoProcessesSaveAtOnce)
         EXPECT_EQ(stored("count(*)", "graphIndex LIKE '" + std::string(name) + "%'"), std::to_string(rounds));
 }
 
-TEST_F(GraphStore, RowsThatNoOneWrote)
+TEST_F(GraphStore, RowsOfOtherWriters)
 {
     TestPane panes;
     TestView& view = panes.view();
-    store(view, stock, {});
+    // Version 1.0.0 made the table so.
+    ASSERT_TRUE(
+        run("CREATE TABLE GraphTable(dbVersion TEXT, extension1 TEXT, extension2 TEXT, graphIndex TEXT, points TEXT, "
+            "graphType INTEGER,lineType INTEGER, lineWidth INTEGER, isLocked BIT, strokeColorR FLOAT, "
+            "strokeColorG FLOAT, strokeColorB FLOAT, strokeColorA FLOAT, fillColorR FLOAT, fillColorG FLOAT, "
+            "fillColorB FLOAT, fillColorA FLOAT, fontName TEXT, fontSize FLOAT, textValue TEXT)"));
     const std::string start = "INSERT INTO GraphTable VALUES ('','','','600000_main_QZPCCandlestickCycleDay',";
     struct Row {
         const char *name = nullptr, *values = nullptr; // from points on
@@ -205,7 +265,11 @@ TEST_F(GraphStore, RowsThatNoOneWrote)
     };
     const QColor black(0, 0, 0, 0);
     for (const Row& row :
-         {Row{"nothing at all", "NULL,2,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL", 1, 0, 0,
+         {Row{"version 1.0.0",
+              "'20231229,0,50.250000;20240102,0,60.000000;',1,2,3,1,0.9960784313725490,0.392156862745098,0,1,1,1,1,1,"
+              "'.AppleSystemUIFont',13,'新建'",
+              1, 2, 3, QColor(254, 100, 0), 11},
+          Row{"nothing at all", "NULL,2,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL", 1, 0, 0,
               black, 11},
           Row{"unknown type", "'1,2,3;',9223372036854775807,0,1,0,0,0,0,0,0,0,0,0,'',0,''", 1, 1, 1, black, 11},
           Row{"type outside the pane's", "'1,2,3;',4398046511104,0,1,0,0,0,0,0,0,0,0,0,'',0,''", 0, 0, 0, {}, 0},
