@@ -32,7 +32,6 @@ QZPanelWindow::QZPanelWindow(Qt::WindowFlags flags) : QWidget(nullptr, Qt::Tool 
         outline_ = new Outline(*this);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips);
-    setAttribute(Qt::WA_QuitOnClose, false);
 }
 
 void QZPanelWindow::addToWindowOf(const QWidget& chart)

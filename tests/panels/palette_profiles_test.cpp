@@ -107,21 +107,18 @@ TEST_F(PaletteProfiles, AHostsOwnFileNamesItsButtonsOnce)
 {
     path_ = root_.filePath(QStringLiteral("QZPaintControl.ui"));
     QZInterfaceLoader::setHostFolder(root_.path());
-    const auto button = [](const std::string& type, const std::string& properties) {
-        return R"(<widget class="QZPaintControlButton" name=")" + type + R"(">)" + properties +
-               R"(<property name="action" stdset="0"><string>changeShape</string></property></widget>)";
-    };
-    const auto text = [](const std::string& name, const std::string& value) {
-        return R"(<property name=")" + name + R"("><string>)" + value + "</string></property>";
-    };
-    write(R"(<ui version="4.0"><class>QZPaintControl</class><widget class="QWidget" name="QZPaintControl">)" +
-          button("QZSTRay", text("toolTip", "a ray")) + button("QZSTArc", text("accessibleName", "an arc")) +
-          button("QZSTCycle", "") + "</widget></ui>");
+    std::string ui = R"(<ui version="4.0"><widget class="QWidget" name="QZPaintControl">)";
+    for (const auto& [type, given] :
+         {std::pair{"QZSTRay", "toolTip"}, {"QZSTArc", "accessibleName"}, {"QZSTCycle", ""}})
+        ui += std::string(R"(<widget class="QZPaintToolCtrlBtn" name=")") + type + R"("><property name=")" + given +
+              R"("><string>its name</string></property>)"
+              R"(<property name="action" stdset="0"><string>changeShape</string></property></widget>)";
+    write(ui + "</widget></ui>");
     QZPaintControl palette(QStringLiteral("QZPaintControl"));
     QStringList names;
     for (const auto* one : palette.window().findChildren<QAbstractButton*>())
         names += one->accessibleName() + u'/' + one->toolTip();
-    EXPECT_EQ(names.join(u' '), QStringLiteral("a ray/a ray an arc/an arc QZSTCycle/"));
+    EXPECT_EQ(names.join(u' '), QStringLiteral("its name/its name its name/its name QZSTCycle/"));
     EXPECT_EQ(log_.lines, QStringList());
 
     write("<ui>");
