@@ -6,9 +6,14 @@
 #include <QKeyEvent>
 #include <QMoveEvent>
 #include <QPainter>
+#include <QTimer>
 #include <QWindow>
 
+#include <chrono>
+
 namespace {
+
+constexpr std::chrono::milliseconds secondReturn(200);
 
 /// The edge of a panel that has no frame of its own: a white one would melt into a white chart.
 class Outline final : public QWidget {
@@ -81,6 +86,21 @@ void QZPanelWindow::returnKeyboard()
         chartWindow_->activateWindow();
 }
 
+void QZPanelWindow::clicked()
+{
+    const auto returnUnlessChoosing = [this] {
+        if (QApplication::activePopupWidget() == nullptr)
+            returnKeyboard();
+    };
+    // Before the click takes effect, so that what it opens has the keyboard in the end.
+    returnUnlessChoosing();
+    // The window manager gives the clicked window the keyboard, at times only after it was asked to give it back.
+    QTimer::singleShot(secondReturn, this, [this, returnUnlessChoosing] {
+        if (QApplication::activeWindow() == this)
+            returnUnlessChoosing();
+    });
+}
+
 void QZPanelWindow::closeEvent(QCloseEvent* event)
 {
     Q_EMIT willClose();
@@ -107,10 +127,8 @@ void QZPanelWindow::keyPressEvent(QKeyEvent* event)
 
 bool QZPanelWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    // Before the click takes effect, so that what it opens has the keyboard in the end.
-    if (watched == windowHandle() && event->type() == QEvent::MouseButtonRelease &&
-        QApplication::activePopupWidget() == nullptr)
-        returnKeyboard();
+    if (watched == windowHandle() && event->type() == QEvent::MouseButtonRelease)
+        clicked();
     if (watched != chartWindow_)
         return QWidget::eventFilter(watched, event);
     switch (event->type()) {

@@ -34,6 +34,8 @@ protected:
 
 private:
     void attachTo(QWidget* window);
+    /// A mouse button was released over it, wherever.
+    void clicked();
 
     QPointer<QWidget> chartWindow_;
     QWidget* outline_ = nullptr;  // a child, above the others
