@@ -7,6 +7,7 @@
 #include "tools/QZPaintParallelChannels.h"
 #include "tools/QZPaintRangeStatistics.h"
 #include "tools/QZPaintRegression.h"
+#include "tools/QZPaintShapes.h"
 #include "tools/QZPaintStraightLines.h"
 #include "tools/QZPaintTimeCycles.h"
 #include "tools/QZPaintWaveRules.h"
@@ -53,6 +54,7 @@ constexpr std::array tools = std::to_array<QZPaintToolRow>({
     {QZSTParallelSegment, create<QZPaintParalleSegment>},
     {QZST5Waves, create<QZPaintFiveWaves>},
     {QZST3Waves, create<QZPaintThreeWaves>},
+    {QZSTRectangle, create<QZPaintRectangle>},
     {QZSTGoldenSection, create<QZPaintGoldenSelection>},
     {QZSTPercentage, create<QZPaintPercentage>},
     {QZSTFibonacci, create<QZPaintFibonacci>},
@@ -75,6 +77,9 @@ constexpr std::array tools = std::to_array<QZPaintToolRow>({
     {QZSTSpeedResistance, create<QZPaintSpeedResistance>},
     {QZSTRegionRegression, create<QZPaintRegressionRegion>},
     {QZSTBoxLine, create<QZPaintBoxLine>},
+    {QZSTParallelogram, create<QZPaintParallelogram>},
+    {QZSTTriangle, create<QZPaintTriangle>},
+    {QZSTArc, create<QZPaintArc>},
     {QZSTPipeRegression, create<QZPaintRegressionPipe>},
     {QZSTToolPriceLine, create<QZPaintToolPriceLine>},
     {QZSTToolRule, create<QZPaintToolRule>},
