@@ -1,10 +1,10 @@
 #include "platform/QZFont.h"
 
-#include <QFontMetricsF>
+#include "platform/QZTextLayout.h"
+
 #include <QStringList>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -39,11 +39,5 @@ QFont labelFont(double size)
 
 QZTextSize measureText(const QString& text, const QFont& font)
 {
-    const QFontMetricsF metrics(font);
-    QZTextSize size;
-    for (const QString& line : text.split(u'\n')) {
-        size.width = std::max(size.width, metrics.horizontalAdvance(line));
-        size.height += metrics.height();
-    }
-    return size;
+    return QZTextLayout(text, font).size();
 }

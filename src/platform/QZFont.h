@@ -16,5 +16,6 @@ QFont systemFont(double size);
 /// Font of labels and text notes; the same face as systemFont().
 QFont labelFont(double size);
 
-/// Advance of the widest line by line height times the number of lines. An empty text is one line of no width.
+/// What QZGraphicsContext::drawText() needs on a QZPainterContext: the widest line's advance, trailing spaces included,
+/// by the heights of all lines. An empty text is one line of no width.
 QZTextSize measureText(const QString& text, const QFont& font);

@@ -55,6 +55,7 @@ public:
     virtual void clearRect(QZRect rect) = 0;
 
     virtual void drawImage(const QImage& image, QZRect rect) = 0;
-    /// Lays `text` out from the top left of `rect`; what does not fit runs over the edges.
+    /// Lays `text` out from the top left of `rect`, in lines as measureText() of QZFont.h measures them; what does not
+    /// fit runs over the edges.
     virtual void drawText(const QString& text, const QFont& font, const QColor& color, QZRect rect) = 0;
 };

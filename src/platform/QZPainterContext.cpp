@@ -1,5 +1,7 @@
 #include "platform/QZPainterContext.h"
 
+#include "platform/QZTextLayout.h"
+
 #include <QPaintEngine>
 #include <QPen>
 
@@ -379,10 +381,15 @@ void QZPainterContext::drawImage(const QImage& image, QZRect rect)
 void QZPainterContext::drawText(const QString& text, const QFont& font, const QColor& color, QZRect rect)
 {
     const QRectF target = flipped(rect);
-    if (!isFinite(target.topLeft()) || !visible_.intersects(target))
+    if (!isFinite(target.topLeft()))
         return;
-    painter_.setFont(font);
+    const QZTextLayout layout(text, font);
+    // A glyph may reach out of its line: accents upwards, italics to the side.
+    const double margin = layout.size().height;
+    const QRectF ink(target.topLeft(), QSizeF(layout.size().width, layout.size().height));
+    if (!visible_.intersects(ink.adjusted(-margin, -margin, margin, margin)))
+        return;
     painter_.setPen(color);
     penApplied_ = false;
-    painter_.drawText(target, Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip, text);
+    layout.draw(painter_, target.topLeft());
 }
