@@ -1,4 +1,5 @@
-// Redraw of a full layer against the same strokes on a bare painter, in one process. What counts is the ratio.
+// Redraw of a full layer against the same strokes on a bare painter, in one process; and a figure that runs far off the
+// pane against the same one inside it. What counts is the ratio.
 
 #include "bench_support.h"
 #include "platform/QZPainterContext.h"
@@ -9,8 +10,10 @@
 #include <QPainter>
 #include <QPolygonF>
 
+#include <array>
 #include <benchmark/benchmark.h>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace {
@@ -91,6 +94,38 @@ void drawBare(benchmark::State& state, const Scene& scene)
     }
 }
 
+struct Reach {
+    const char* name;
+    double width;
+    bool isDashed;
+};
+
+constexpr Reach reaches[] = {{"width 1, solid", 1.0, false},
+                             {"width 1, dashed", 1.0, true},
+                             {"width 2, solid", 2.0, false},
+                             {"width 2, dashed", 2.0, true}};
+
+// A five-wave figure round the middle of the pane, `reach` px to each side.
+void drawWave(benchmark::State& state, const Reach& style, double reach)
+{
+    QImage image(paneSize, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setClipRect(image.rect());
+    QZPainterContext context(painter, paneSize.height(), QZPainterContext::Edges::PixelSnapped);
+    context.setLineWidth(style.width);
+    if (style.isDashed)
+        context.setLineDash(0.0, std::array{10.0 * style.width, 5.0 * style.width});
+    for ([[maybe_unused]] auto _ : state) {
+        context.beginPath();
+        for (int i = 0; i < wavePoints; ++i) {
+            const double x = paneSize.width() / 2.0 + reach * (2.0 * i / (wavePoints - 1) - 1.0);
+            context.lineTo({x, paneSize.height() / 2.0 + (i % 2 == 0 ? -1.0 : 1.0) * reach * (0.5 + 0.09 * i)});
+        }
+        context.strokePath();
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -102,5 +137,12 @@ int main(int argc, char** argv)
         reporter.add(
             scene.name, [&scene](benchmark::State& state) { drawLayer(state, scene); },
             [&scene](benchmark::State& state) { drawBare(state, scene); });
+    constexpr double inside = 390.0;
+    constexpr double farOff = 40000.0;
+    for (const Reach& reach : reaches)
+        reporter.add(
+            std::string("Five waves at 40,000 px against 390 px, ") + reach.name,
+            [&reach](benchmark::State& state) { drawWave(state, reach, farOff); },
+            [&reach](benchmark::State& state) { drawWave(state, reach, inside); });
     return reporter.run(argc, argv);
 }

@@ -3,21 +3,25 @@
 #include "platform/QZTextLayout.h"
 
 #include <QPaintEngine>
-#include <QPen>
+#include <QPainterPath>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
 #include <numbers>
-#include <optional>
 
 namespace {
 
 // Wider strokes than any pane; a stored figure may carry any number here, and the rasteriser's cost grows with it.
 constexpr double maxLineWidth = 2000.0;
-// Paths are not cut at the pane, so their points are kept where the rasteriser's fixed-point arithmetic holds.
-constexpr double maxPathCoordinate = 1.0e6;
-// Where sharp corners are cut off, in line widths.
-constexpr double miterLimit = 10.0;
+// Chart points that cannot be placed are at minus the largest float: the furthest that lines are computed from.
+constexpr double maxCoordinate = std::numeric_limits<float>::max();
+// What a vector file without a clip shows (px).
+constexpr double maxVectorCoordinate = 1.0e6;
+constexpr double maxRadius = 1.0e6;
+// How far (px) a flattened curve may be off.
+constexpr double flatness = 0.05;
 
 // Without a clip, what a pixel device can show; a vector device shows everything.
 QRectF visibleArea(const QPainter& painter, QZPainterContext::Edges edges)
@@ -25,82 +29,20 @@ QRectF visibleArea(const QPainter& painter, QZPainterContext::Edges edges)
     if (painter.hasClipping())
         return painter.clipBoundingRect();
     if (edges == QZPainterContext::Edges::Exact)
-        return {-maxPathCoordinate, -maxPathCoordinate, 2.0 * maxPathCoordinate, 2.0 * maxPathCoordinate};
+        return {-maxVectorCoordinate, -maxVectorCoordinate, 2.0 * maxVectorCoordinate, 2.0 * maxVectorCoordinate};
     const QPaintDevice& device = *painter.device();
     return painter.combinedTransform().inverted().mapRect(QRectF(0.0, 0.0, device.width(), device.height()));
 }
 
-bool isFinite(QPointF point)
+double snappedRatio(const QPainter& painter, QZPainterContext::Edges edges)
 {
-    return std::isfinite(point.x()) && std::isfinite(point.y());
+    return edges == QZPainterContext::Edges::PixelSnapped ? painter.device()->devicePixelRatio() : 0.0;
 }
 
-QPointF clampedToRaster(QPointF point)
+// False for not-a-number too.
+bool isDrawable(QPointF point)
 {
-    return {std::clamp(point.x(), -maxPathCoordinate, maxPathCoordinate),
-            std::clamp(point.y(), -maxPathCoordinate, maxPathCoordinate)};
-}
-
-/// The part of `line` inside `area` and how far (px) it starts behind the line's own start.
-struct CutLine {
-    QLineF line;
-    double skipped = 0.0;
-};
-
-// Liang-Barsky: each edge of the area narrows the range of the line's parameter.
-std::optional<CutLine> cutAt(const QRectF& area, const QLineF& line)
-{
-    const double dx = line.dx();
-    const double dy = line.dy();
-    double from = 0.0;
-    double to = 1.0;
-    const std::array<std::pair<double, double>, 4> edges{{{-dx, line.x1() - area.left()},
-                                                          {dx, area.right() - line.x1()},
-                                                          {-dy, line.y1() - area.top()},
-                                                          {dy, area.bottom() - line.y1()}}};
-    for (const auto& [slope, room] : edges) {
-        if (slope == 0.0) {
-            if (room < 0.0)
-                return std::nullopt;
-        } else if (slope < 0.0) {
-            from = std::max(from, room / slope);
-        } else {
-            to = std::min(to, room / slope);
-        }
-    }
-    if (from > to)
-        return std::nullopt;
-    if (from == 0.0 && to == 1.0)
-        return CutLine{line, 0.0};
-    const auto at = [&](double t) { return QPointF(line.x1() + t * dx, line.y1() + t * dy); };
-    return CutLine{QLineF(from == 0.0 ? line.p1() : at(from), to == 1.0 ? line.p2() : at(to)),
-                   from * std::hypot(dx, dy)};
-}
-
-Qt::PenCapStyle qtCap(QZLineCap cap)
-{
-    switch (cap) {
-    case QZLineCap::Round:
-        return Qt::RoundCap;
-    case QZLineCap::Square:
-        return Qt::SquareCap;
-    case QZLineCap::Butt:
-        break;
-    }
-    return Qt::FlatCap;
-}
-
-Qt::PenJoinStyle qtJoin(QZLineJoin join)
-{
-    switch (join) {
-    case QZLineJoin::Round:
-        return Qt::RoundJoin;
-    case QZLineJoin::Bevel:
-        return Qt::BevelJoin;
-    case QZLineJoin::Miter:
-        break;
-    }
-    return Qt::SvgMiterJoin;
+    return std::abs(point.x()) <= maxCoordinate && std::abs(point.y()) <= maxCoordinate;
 }
 
 } // namespace
@@ -108,8 +50,9 @@ Qt::PenJoinStyle qtJoin(QZLineJoin join)
 QZPainterContext::QZPainterContext(QPainter& painter, double height, Edges edges)
     : painter_(painter),
       height_(height),
-      pixelRatio_(edges == Edges::PixelSnapped ? painter.device()->devicePixelRatio() : 0.0),
-      visible_(visibleArea(painter, edges))
+      pixelRatio_(snappedRatio(painter, edges)),
+      visible_(visibleArea(painter, edges)),
+      stroker_(painter, pixelRatio_, visible_)
 {
     painter_.save();
     painter_.setRenderHint(QPainter::Antialiasing);
@@ -132,62 +75,22 @@ void QZPainterContext::restoreState()
 
 void QZPainterContext::setLineWidth(double width)
 {
-    state_.lineWidth = std::isfinite(width) ? std::clamp(width, 0.0, maxLineWidth) : 0.0;
+    state_.stroke.width = std::isfinite(width) ? std::clamp(width, 0.0, maxLineWidth) : 0.0;
 }
 
-void QZPainterContext::setLineDash(double phase, std::span<const double> lengths)
+std::optional<QRectF> QZPainterContext::flipped(QZRect rect) const
 {
-    Dash dash;
-    const bool usable = lengths.size() <= Dash::capacity &&
-                        std::ranges::all_of(lengths, [](double l) { return std::isfinite(l) && l >= 0.0; });
-    bool hasGap = false;
-    // With an odd count every length is a gap in turn.
-    const std::size_t step = lengths.size() % 2 == 0 ? 2 : 1;
-    for (std::size_t i = step - 1; i < lengths.size(); i += step)
-        hasGap = hasGap || lengths[i] > 0.0;
-    if (usable && hasGap) {
-        dash.phase = phase;
-        dash.count = lengths.size();
-        std::ranges::copy(lengths, dash.lengths.begin());
-    }
-    state_.dash = dash;
+    const QPointF corner = flipped(QZPoint{rect.minX(), rect.minY()});
+    const QPointF opposite = flipped(QZPoint{rect.maxX(), rect.maxY()});
+    if (!isDrawable(corner) || !isDrawable(opposite))
+        return std::nullopt;
+    return QRectF(corner, opposite).normalized();
 }
 
 double QZPainterContext::snappedWidth() const
 {
-    return pixelRatio_ > 0.0 ? std::max(1.0, std::round(state_.lineWidth * pixelRatio_)) / pixelRatio_
-                             : state_.lineWidth;
-}
-
-void QZPainterContext::applyPen(double width, double phaseShift)
-{
-    const bool same = penApplied_ && appliedWidth_ == width && applied_.cap == state_.cap &&
-                      applied_.join == state_.join && applied_.strokeColor == state_.strokeColor &&
-                      applied_.dash == state_.dash && appliedPhaseShift_ == phaseShift;
-    if (same)
-        return;
-    QPen pen(state_.strokeColor, width, Qt::SolidLine, qtCap(state_.cap), qtJoin(state_.join));
-    pen.setMiterLimit(miterLimit);
-    const Dash& dash = state_.dash;
-    if (dash.count > 0 && width > 0.0) {
-        // A QPen counts in pen widths and knows only even patterns: an odd one is written twice.
-        QList<qreal> pattern;
-        for (std::size_t round = 0; round < 1 + dash.count % 2; ++round)
-            for (std::size_t i = 0; i < dash.count; ++i)
-                pattern.append(dash.lengths[i] / width);
-        pen.setDashPattern(pattern);
-        pen.setDashOffset((dash.phase + phaseShift) / width);
-    }
-    painter_.setPen(pen);
-    applied_ = state_;
-    appliedWidth_ = width;
-    appliedPhaseShift_ = phaseShift;
-    penApplied_ = true;
-}
-
-QRectF QZPainterContext::flipped(QZRect rect) const
-{
-    return QRectF(rect.x, height_ - rect.y - rect.height, rect.width, rect.height).normalized();
+    const double width = state_.stroke.width;
+    return pixelRatio_ > 0.0 ? std::max(1.0, std::round(width * pixelRatio_)) / pixelRatio_ : width;
 }
 
 double QZPainterContext::snapped(double coordinate) const
@@ -195,6 +98,30 @@ double QZPainterContext::snapped(double coordinate) const
     // The stroke's edge, not its middle, is put on a pixel boundary: an odd width has its middle inside a pixel.
     const double half = snappedWidth() * pixelRatio_ / 2.0;
     return (std::round(coordinate * pixelRatio_ - half) + half) / pixelRatio_;
+}
+
+bool QZPainterContext::snapToPixels(std::span<QPointF> points, bool isClosed) const
+{
+    if (pixelRatio_ == 0.0)
+        return false;
+    bool hasSnapped = false;
+    const QPointF first = points[0];
+    QPointF from = first; // as it was before its own leg was moved
+    for (std::size_t i = 1; i < points.size() + (isClosed ? 1 : 0); ++i) {
+        QPointF& end = points[i % points.size()];
+        const QPointF to = i == points.size() ? first : end;
+        const bool isHorizontal = from.y() == to.y() && from.x() != to.x();
+        const bool isVertical = from.x() == to.x() && from.y() != to.y();
+        for (QPointF* point : {&points[i - 1], &end}) {
+            if (isHorizontal)
+                point->setY(snapped(to.y()));
+            else if (isVertical)
+                point->setX(snapped(to.x()));
+        }
+        hasSnapped = hasSnapped || isHorizontal || isVertical;
+        from = to;
+    }
+    return hasSnapped;
 }
 
 // A horizontal or vertical solid line is a rectangle, which is several times cheaper to fill than to stroke.
@@ -206,190 +133,208 @@ void QZPainterContext::fillAxisLine(const QLineF& line)
         rect.adjust(0.0, -width / 2.0, 0.0, width / 2.0);
     else
         rect.adjust(-width / 2.0, 0.0, width / 2.0, 0.0);
-    painter_.fillRect(rect, state_.strokeColor);
+    painter_.fillRect(rect, state_.stroke.color);
 }
 
 void QZPainterContext::strokeSegment(QZLine line)
 {
-    QLineF target(flipped(line.start), flipped(line.end));
-    if (!isFinite(target.p1()) || !isFinite(target.p2()))
+    std::array ends{flipped(line.start), flipped(line.end)};
+    if (!isDrawable(ends[0]) || !isDrawable(ends[1]))
         return;
-    if (pixelRatio_ > 0.0 && target.dy() == 0.0 && target.dx() != 0.0) {
-        const double y = snapped(target.y1());
-        target.setLine(target.x1(), y, target.x2(), y);
-    } else if (pixelRatio_ > 0.0 && target.dx() == 0.0) {
-        const double x = snapped(target.x1());
-        target.setLine(x, target.y1(), x, target.y2());
-    }
-    const bool isAxisLine = target.dx() == 0.0 || target.dy() == 0.0;
-    const double width = isAxisLine ? snappedWidth() : state_.lineWidth;
-    // Just beyond what can show: further out the painter would cut a thin dashed line itself and lose its phase.
-    const double margin = width / 2.0 + 0.5;
-    const auto cut = cutAt(visible_.adjusted(-margin, -margin, margin, margin), target);
-    if (!cut)
-        return;
-    if (pixelRatio_ > 0.0 && isAxisLine && state_.dash.count == 0 && state_.cap == QZLineCap::Butt) {
+    QZStrokeStyle style = state_.stroke;
+    const bool isAxisLine = snapToPixels(ends, false);
+    if (isAxisLine)
+        style.width = snappedWidth();
+    const QLineF target(ends[0], ends[1]);
+    if (!isAxisLine || !style.dash.isSolid() || style.cap != QZLineCap::Butt)
+        stroker_.strokeLine(target, style);
+    else if (const auto cut = stroker_.cutLine(target, style.width))
         fillAxisLine(cut->line);
-        return;
-    }
-    applyPen(width, state_.dash.count > 0 ? cut->skipped : 0.0);
-    painter_.drawLine(cut->line);
 }
 
 void QZPainterContext::beginPath()
 {
-    polyline_.clear();
-    path_.clear();
-    isGeneralPath_ = false;
+    points_.clear();
+    subpaths_.clear();
     isVoidPath_ = false;
 }
 
-void QZPainterContext::startGeneralPath()
+std::span<QPointF> QZPainterContext::pointsOf(std::size_t subpath)
 {
-    if (isGeneralPath_)
-        return;
-    path_.setFillRule(Qt::WindingFill);
-    path_.addPolygon(polyline_);
-    isGeneralPath_ = true;
+    const std::size_t first = subpaths_[subpath].first;
+    const std::size_t end = subpath + 1 < subpaths_.size() ? subpaths_[subpath + 1].first : points_.size();
+    return std::span(points_).subspan(first, end - first);
 }
 
-std::optional<QPointF> QZPainterContext::pathPoint(QZPoint point)
+void QZPainterContext::addPoint(QPointF point)
 {
-    const QPointF at = flipped(point);
-    isVoidPath_ = isVoidPath_ || !isFinite(at);
-    return isVoidPath_ ? std::nullopt : std::optional(clampedToRaster(at));
+    isVoidPath_ = isVoidPath_ || !isDrawable(point);
+    points_.push_back(point);
 }
 
 void QZPainterContext::moveTo(QZPoint point)
 {
-    const auto at = pathPoint(point);
-    if (!at)
-        return;
-    if (!isGeneralPath_ && polyline_.isEmpty()) {
-        polyline_.append(*at);
-        return;
-    }
-    startGeneralPath();
-    path_.moveTo(*at);
+    subpaths_.push_back({points_.size()});
+    addPoint(flipped(point));
 }
 
 void QZPainterContext::lineTo(QZPoint point)
 {
-    const auto at = pathPoint(point);
-    if (!at)
+    if (subpaths_.empty()) {
+        moveTo(point);
         return;
-    if (!isGeneralPath_)
-        polyline_.append(*at);
-    else if (path_.isEmpty())
-        path_.moveTo(*at);
-    else
-        path_.lineTo(*at);
+    }
+    // What follows a closed subpath starts where that one did.
+    if (const Subpath& last = subpaths_.back(); last.isClosed) {
+        const QPointF start = points_[last.first];
+        subpaths_.push_back({points_.size()});
+        addPoint(start);
+    }
+    addPoint(flipped(point));
+}
+
+// Angles run counter-clockwise for the eye, on a plane whose y runs downwards.
+void QZPainterContext::addRoundSubpath(QPointF center, QSizeF radii, double startAngle, double sweep)
+{
+    const double radius = std::max(radii.width(), radii.height());
+    if (!isDrawable(center) || !(radius <= maxRadius)) {
+        isVoidPath_ = true;
+        return;
+    }
+    // A chord over the angle a is radius * a^2 / 8 away from its arc.
+    const double step = std::sqrt(8.0 * flatness / std::max(radius, flatness));
+    const int count = std::max(1, static_cast<int>(std::ceil(std::abs(sweep) / step)));
+    subpaths_.push_back({.first = points_.size(), .isClosed = false, .isRound = true});
+    for (int i = 0; i <= count; ++i) {
+        const double angle = startAngle + sweep * i / count;
+        addPoint({center.x() + radii.width() * std::cos(angle), center.y() - radii.height() * std::sin(angle)});
+    }
 }
 
 void QZPainterContext::addArc(QZPoint center, double radius, double startAngle, double endAngle, bool clockwise)
 {
-    const auto middle = pathPoint(center);
-    if (!middle || !std::isfinite(radius) || !std::isfinite(startAngle) || !std::isfinite(endAngle))
+    if (std::isnan(radius) || !std::isfinite(startAngle) || !std::isfinite(endAngle)) {
+        isVoidPath_ = true;
         return;
-    const double r = std::clamp(radius, 0.0, maxPathCoordinate);
-    constexpr double degrees = 180.0 / std::numbers::pi;
+    }
     constexpr double turn = 2.0 * std::numbers::pi;
     const double sign = clockwise ? -1.0 : 1.0;
     double sweep = sign * (endAngle - startAngle); // positive in the asked direction
     sweep = sweep >= turn ? turn : std::fmod(sweep, turn);
     if (sweep < 0.0)
         sweep += turn;
-    // QPainterPath's angles run counter-clockwise on a y-down plane, as ours do on a y-up one.
-    const QRectF box(middle->x() - r, middle->y() - r, 2.0 * r, 2.0 * r);
-    startGeneralPath();
-    path_.arcMoveTo(box, startAngle * degrees);
-    path_.arcTo(box, startAngle * degrees, sign * sweep * degrees);
+    const double r = std::max(0.0, radius);
+    addRoundSubpath(flipped(center), {r, r}, startAngle, sign * sweep);
 }
 
 void QZPainterContext::closePath()
 {
-    startGeneralPath();
-    if (!path_.isEmpty())
-        path_.closeSubpath();
+    if (!subpaths_.empty())
+        subpaths_.back().isClosed = true;
 }
 
 void QZPainterContext::strokePath()
 {
-    applyPen(state_.lineWidth);
-    if (isGeneralPath_ && !isVoidPath_)
-        painter_.drawPath(path_);
-    else if (!isVoidPath_ && polyline_.size() > 1)
-        painter_.drawPolyline(polyline_);
+    QZStrokeStyle style = state_.stroke;
+    std::vector<QZLineStroker::Subpath> path;
+    for (std::size_t i = 0; i < subpaths_.size() && !isVoidPath_; ++i) {
+        const Subpath& subpath = subpaths_[i];
+        const std::span<QPointF> points = pointsOf(i);
+        if (points.size() < 2)
+            continue;
+        if (!subpath.isRound && snapToPixels(points, subpath.isClosed))
+            style.width = snappedWidth();
+        path.push_back({points, subpath.isClosed});
+    }
+    stroker_.stroke(path, style);
     beginPath();
 }
 
 void QZPainterContext::fillPath()
 {
-    startGeneralPath();
-    if (!isVoidPath_)
-        painter_.fillPath(path_, state_.fillColor);
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    for (std::size_t i = 0; i < subpaths_.size() && !isVoidPath_; ++i) {
+        // Cut outside what shows, or the cut would get an anti-aliased edge there.
+        path.addPolygon(clippedPolygon(visible_.adjusted(-1.0, -1.0, 1.0, 1.0), pointsOf(i)));
+        path.closeSubpath();
+    }
+    painter_.fillPath(path, state_.fillColor);
     beginPath();
 }
 
 void QZPainterContext::strokeRect(QZRect rect)
 {
-    QRectF target = flipped(rect);
-    if (!isFinite(target.topLeft()) || !isFinite(target.bottomRight()))
+    const auto target = flipped(rect);
+    if (!target)
         return;
-    target = QRectF(clampedToRaster(target.topLeft()), clampedToRaster(target.bottomRight()));
-    if (pixelRatio_ > 0.0)
-        target.setCoords(snapped(target.left()), snapped(target.top()), snapped(target.right()),
-                         snapped(target.bottom()));
-    applyPen(snappedWidth());
-    painter_.drawRect(target);
+    std::array corners{target->topLeft(), target->topRight(), target->bottomRight(), target->bottomLeft()};
+    QZStrokeStyle style = state_.stroke;
+    if (snapToPixels(corners, true))
+        style.width = snappedWidth();
+    const QZLineStroker::Subpath outline{corners, true};
+    stroker_.stroke({&outline, 1}, style);
 }
 
 void QZPainterContext::fillRect(QZRect rect)
 {
-    const QRectF target = flipped(rect);
-    if (isFinite(target.topLeft()) && isFinite(target.bottomRight()))
-        painter_.fillRect(target.intersected(visible_), state_.fillColor);
+    if (const auto target = flipped(rect))
+        painter_.fillRect(target->intersected(visible_), state_.fillColor);
 }
 
 void QZPainterContext::strokeEllipse(QZRect bounds)
 {
-    const QRectF target = flipped(bounds);
-    if (!isFinite(target.topLeft()) || !isFinite(target.bottomRight()))
+    const auto target = flipped(bounds);
+    if (!target)
         return;
-    applyPen(state_.lineWidth);
-    painter_.drawEllipse(target);
+    // Handles are small, solid circles: those the painter draws best. It would draw all of what does not show, too.
+    if (visible_.contains(*target) && (pixelRatio_ == 0.0 || state_.stroke.dash.isSolid())) {
+        stroker_.strokeEllipse(*target, state_.stroke);
+        return;
+    }
+    beginPath();
+    addRoundSubpath(target->center(), target->size() / 2.0, 0.0, 2.0 * std::numbers::pi);
+    closePath();
+    strokePath();
 }
 
 void QZPainterContext::clearRect(QZRect rect)
 {
-    const QRectF target = flipped(rect);
-    if (!painter_.paintEngine()->hasFeature(QPaintEngine::PorterDuff) || !isFinite(target.topLeft()))
+    const auto target = flipped(rect);
+    if (!target || !painter_.paintEngine()->hasFeature(QPaintEngine::PorterDuff))
         return;
     const QPainter::CompositionMode mode = painter_.compositionMode();
     painter_.setCompositionMode(QPainter::CompositionMode_Clear);
-    painter_.fillRect(target, Qt::transparent);
+    painter_.fillRect(target->intersected(visible_), Qt::transparent);
     painter_.setCompositionMode(mode);
 }
 
 void QZPainterContext::drawImage(const QImage& image, QZRect rect)
 {
-    const QRectF target = flipped(rect);
-    if (isFinite(target.topLeft()))
-        painter_.drawImage(target, image);
+    const auto target = flipped(rect);
+    if (!target || target->isEmpty() || !visible_.intersects(*target))
+        return;
+    // Only what shows of it: the rasteriser's arithmetic does not hold out for everything that a rectangle can be.
+    const QRectF shown = target->intersected(visible_.adjusted(-1.0, -1.0, 1.0, 1.0));
+    const double across = image.width() / target->width();
+    const double down = image.height() / target->height();
+    painter_.drawImage(shown, image,
+                       QRectF((shown.x() - target->x()) * across, (shown.y() - target->y()) * down,
+                              shown.width() * across, shown.height() * down));
 }
 
 void QZPainterContext::drawText(const QString& text, const QFont& font, const QColor& color, QZRect rect)
 {
-    const QRectF target = flipped(rect);
-    if (!isFinite(target.topLeft()))
+    const auto target = flipped(rect);
+    if (!target)
         return;
     const QZTextLayout layout(text, font);
     // A glyph may reach out of its line: accents upwards, italics to the side.
     const double margin = layout.size().height;
-    const QRectF ink(target.topLeft(), QSizeF(layout.size().width, layout.size().height));
+    const QRectF ink(target->topLeft(), QSizeF(layout.size().width, layout.size().height));
     if (!visible_.intersects(ink.adjusted(-margin, -margin, margin, margin)))
         return;
     painter_.setPen(color);
-    penApplied_ = false;
-    layout.draw(painter_, target.topLeft());
+    stroker_.forgetPen();
+    layout.draw(painter_, target->topLeft());
 }

@@ -1,24 +1,27 @@
 #pragma once
 
 #include "platform/QZGraphicsContext.h"
+#include "platform/QZLineStroker.h"
 
 #include <QPainter>
-#include <QPainterPath>
-#include <QPolygonF>
 
-#include <array>
 #include <optional>
+#include <span>
 #include <vector>
 
 /// QZGraphicsContext on a QPainter, and so on any paint device. This is where y is flipped.
 ///
-/// A shape with a non-finite coordinate is not drawn; a segment is cut at the painter's clip before it is stroked, so
-/// lines that run far off the pane cost no more than what shows of them. The painter gets its state back at the end.
+/// What runs off the painter's clip costs no more than what shows of it: polylines are cut there, dashes in phase and
+/// corners joined as if they were not, and fills are clipped. A shape is not drawn at all if one of its coordinates is
+/// not a number or beyond a float's range, or if it is round with a radius over 1,000,000 px. Widths that are not
+/// finite or negative count as 0, which draws the thinnest line. The painter gets its state back at the end.
 class QZPainterContext final : public QZGraphicsContext {
 public:
     enum class Edges {
-        PixelSnapped, ///< horizontal and vertical segments and rectangles land on whole device pixels: for screens
-        Exact,        ///< coordinates are taken as they are: for vector files and printers
+        /// Straight lines that are horizontal or vertical, in whatever shape, land on whole device pixels: for screens.
+        PixelSnapped,
+        /// Coordinates, whole lines and their dashes are handed to the device as they are: for vector files, printers.
+        Exact,
     };
 
     /// `painter` is borrowed, already active and clipped as wanted; `height` is the layer's height (px). Lengths are
@@ -31,10 +34,10 @@ public:
     void saveState() override { saved_.push_back(state_); }
     void restoreState() override;
     void setLineWidth(double width) override;
-    void setLineCap(QZLineCap cap) override { state_.cap = cap; }
-    void setLineJoin(QZLineJoin join) override { state_.join = join; }
-    void setLineDash(double phase, std::span<const double> lengths) override;
-    void setStrokeColor(const QColor& color) override { state_.strokeColor = color; }
+    void setLineCap(QZLineCap cap) override { state_.stroke.cap = cap; }
+    void setLineJoin(QZLineJoin join) override { state_.stroke.join = join; }
+    void setLineDash(double phase, std::span<const double> lengths) override { state_.stroke.dash = {phase, lengths}; }
+    void setStrokeColor(const QColor& color) override { state_.stroke.color = color; }
     void setFillColor(const QColor& color) override { state_.fillColor = color; }
 
     void strokeSegment(QZLine line) override;
@@ -55,51 +58,39 @@ public:
     void drawText(const QString& text, const QFont& font, const QColor& color, QZRect rect) override;
 
 private:
-    struct Dash {
-        static constexpr std::size_t capacity = 8;
-
-        double phase = 0.0;
-        std::size_t count = 0; // 0 is a solid line
-        std::array<double, capacity> lengths{};
-
-        friend bool operator==(const Dash&, const Dash&) = default;
-    };
     struct State {
-        double lineWidth = 1.0;
-        QZLineCap cap = QZLineCap::Butt;
-        QZLineJoin join = QZLineJoin::Miter;
-        Dash dash;
-        QColor strokeColor = Qt::black;
+        QZStrokeStyle stroke;
         QColor fillColor = Qt::black;
+    };
+    struct Subpath {
+        std::size_t first; // index into points_, up to the next subpath's
+        bool isClosed = false;
+        bool isRound = false; // flattened: none of its legs is meant to be horizontal or vertical
     };
 
     [[nodiscard]] QPointF flipped(QZPoint point) const { return {point.x, height_ - point.y}; }
-    [[nodiscard]] QRectF flipped(QZRect rect) const;
+    /// The rectangle for the painter; nothing when it cannot be drawn.
+    [[nodiscard]] std::optional<QRectF> flipped(QZRect rect) const;
     [[nodiscard]] double snapped(double coordinate) const;
     [[nodiscard]] double snappedWidth() const;
-    /// The point for the painter; nothing, and the whole path is void, when it is not finite.
-    std::optional<QPointF> pathPoint(QZPoint point);
+    /// Puts horizontal and vertical legs on whole device pixels; false when there was none.
+    bool snapToPixels(std::span<QPointF> points, bool isClosed) const;
 
-    void applyPen(double width, double phaseShift = 0.0);
+    void addPoint(QPointF point);
+    void addRoundSubpath(QPointF center, QSizeF radii, double startAngle, double sweep);
+    [[nodiscard]] std::span<QPointF> pointsOf(std::size_t subpath);
     void fillAxisLine(const QLineF& line);
-    void startGeneralPath();
 
     QPainter& painter_;
     double height_;
     double pixelRatio_; // device pixels per px where edges are snapped, 0 where they are exact
     QRectF visible_;    // the painter's clip, y downwards
+    QZLineStroker stroker_;
     State state_;
     std::vector<State> saved_;
 
-    // What the painter's pen was last made from: most figures share a style, and a new QPen allocates.
-    State applied_;
-    double appliedWidth_ = 0.0;
-    double appliedPhaseShift_ = 0.0;
-    bool penApplied_ = false;
-
-    // A path of one run of lines stays a polyline, which the painter strokes without building a QPainterPath.
-    QPolygonF polyline_;
-    QPainterPath path_;
-    bool isGeneralPath_ = false;
-    bool isVoidPath_ = false;
+    // The path: all its points in one array, y downwards.
+    std::vector<QPointF> points_;
+    std::vector<Subpath> subpaths_;
+    bool isVoidPath_ = false; // has a point that cannot be drawn
 };
