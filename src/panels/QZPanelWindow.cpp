@@ -82,12 +82,18 @@ void QZPanelWindow::returnKeyboard()
 {
     const QWidget* active = QApplication::activeWindow();
     const bool hasKeyboard = active == this || (active != nullptr && active->parentWidget() == this);
-    if (hasKeyboard && chartWindow_ != nullptr && chartWindow_->isVisible())
+    if (!hasKeyboard)
+        return;
+    if (canBecomeKeyWindow() && active != this && isVisible())
+        activateWindow();
+    else if (chartWindow_ != nullptr && chartWindow_->isVisible())
         chartWindow_->activateWindow();
 }
 
 void QZPanelWindow::clicked()
 {
+    if (canBecomeKeyWindow())
+        return;
     const auto returnUnlessChoosing = [this] {
         if (QApplication::activePopupWidget() == nullptr)
             returnKeyboard();
@@ -104,6 +110,7 @@ void QZPanelWindow::clicked()
 void QZPanelWindow::closeEvent(QCloseEvent* event)
 {
     Q_EMIT willClose();
+    returnKeyboard();
     QWidget::closeEvent(event);
 }
 

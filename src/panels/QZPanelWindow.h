@@ -18,6 +18,8 @@ public:
     /// Lets go of the window of `chart`, if attached to it.
     void removeFromWindowOf(const QWidget& chart);
     [[nodiscard]] QWidget* chartWindow() const { return chartWindow_; }
+    /// Whether the keyboard stays here after a click instead of going back to the chart.
+    [[nodiscard]] virtual bool canBecomeKeyWindow() const { return false; }
     /// Gives the keyboard back to the chart after a control was used, if this panel or a dialog of its has it.
     void returnKeyboard();
 
