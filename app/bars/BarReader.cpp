@@ -231,9 +231,10 @@ QString BarReadResult::summary() const
         text += QStringLiteral(", ") + counted(skippedRows, QStringLiteral("row")) +
                 QStringLiteral(" skipped (first: line ") + reason + QLatin1Char(')');
     }
-    if (duplicateRows > 0)
+    if (duplicateRows > 0) {
         text +=
             QStringLiteral(", ") + counted(duplicateRows, QStringLiteral("duplicate")) + QStringLiteral(" replaced");
+    }
     return text;
 }
 

@@ -14,11 +14,11 @@ struct BarReadResult {
     QStringList skipReasons; ///< of the first few skipped rows, as "/path/x.csv:12: high below low"
     QString error;           ///< why the file is unusable, as "/path/x.csv:1: no column named close"; null if it is not
 
-    bool isOk() const { return error.isNull(); }
+    [[nodiscard]] bool isOk() const { return error.isNull(); }
 
     /// One line for a status bar: "daily.csv: 1,738 bars, 2010-01-04 to 2016-11-25, 3 rows skipped (first: line 12:
     /// high below low)"; the error of an unusable file.
-    QString summary() const;
+    [[nodiscard]] QString summary() const;
 };
 
 /// Reads a delimited text file of bars (see BarRowParser for its format), also from a resource. The file is streamed;

@@ -171,9 +171,11 @@ const char* BarRowParser::readPrices(Bar& bar) const
     const double slack = bar.high * roundingTolerance;
     if (bar.high < bar.low - slack)
         return "high below low";
-    if (std::max(bar.open, bar.close) > bar.high + slack || std::min(bar.open, bar.close) < bar.low - slack)
-        return bar.open > bar.high + slack || bar.open < bar.low - slack ? "open outside high and low"
-                                                                         : "close outside high and low";
+    const auto isOutside = [&](double price) { return price > bar.high + slack || price < bar.low - slack; };
+    if (isOutside(bar.open))
+        return "open outside high and low";
+    if (isOutside(bar.close))
+        return "close outside high and low";
     const auto [low, high] = std::minmax({bar.open, bar.high, bar.low, bar.close});
     bar.low = low;
     bar.high = high;

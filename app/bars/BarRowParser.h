@@ -26,9 +26,9 @@ public:
 
 private:
     bool split(std::string_view line);
-    const char* readMoment(Bar& bar) const;
-    const char* readPrices(Bar& bar) const;
-    bool readNumber(int column, double& value) const;
+    [[nodiscard]] const char* readMoment(Bar& bar) const;
+    [[nodiscard]] const char* readPrices(Bar& bar) const;
+    [[nodiscard]] bool readNumber(int column, double& value) const;
 
     char delimiter_ = ',';
     int moment_ = -1; ///< column of the date, which may carry the time too

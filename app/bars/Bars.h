@@ -40,27 +40,27 @@ public:
     /// Takes bars in any order; of several bars with the same date and time the last one given is kept.
     BarSeries(QString name, std::vector<Bar> bars);
 
-    const QString& name() const { return name_; }
-    const std::vector<Bar>& bars() const { return bars_; }
-    int size() const { return static_cast<int>(bars_.size()); }
-    bool isEmpty() const { return bars_.empty(); }
+    [[nodiscard]] const QString& name() const { return name_; }
+    [[nodiscard]] const std::vector<Bar>& bars() const { return bars_; }
+    [[nodiscard]] int size() const { return static_cast<int>(bars_.size()); }
+    [[nodiscard]] bool isEmpty() const { return bars_.empty(); }
 
     /// `index` must be within 0 to size() - 1.
-    const Bar& at(int index) const { return bars_[static_cast<std::size_t>(index)]; }
-    BarTime timeAt(int index) const { return {at(index).date, at(index).time}; }
+    [[nodiscard]] const Bar& at(int index) const { return bars_[static_cast<std::size_t>(index)]; }
+    [[nodiscard]] BarTime timeAt(int index) const { return {at(index).date, at(index).time}; }
 
     /// Whether any bar carries a time of day.
-    bool isIntraday() const { return intraday_; }
+    [[nodiscard]] bool isIntraday() const { return intraday_; }
 
     /// Index of the first bar at or after the moment; size() when there is none.
-    int lowerBound(std::int32_t date, std::int32_t time) const;
+    [[nodiscard]] int lowerBound(std::int32_t date, std::int32_t time) const;
 
     /// Lowest low and highest high of the bars `first` to `last`, both included and clamped to the loaded bars;
     /// nothing when no loaded bar lies among them.
-    std::optional<PriceRange> priceRange(int first, int last) const;
+    [[nodiscard]] std::optional<PriceRange> priceRange(int first, int last) const;
 
     /// Largest volume of the bars `first` to `last`, clamped as in priceRange(); 0 when no loaded bar lies among them.
-    double maxVolume(int first, int last) const;
+    [[nodiscard]] double maxVolume(int first, int last) const;
 
 private:
     QString name_;

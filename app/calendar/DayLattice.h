@@ -10,19 +10,19 @@
 class DayLattice {
 public:
     /// Which days a series keeps to, learnt from its bars; Monday to Friday where there are too few to tell.
-    static DayLattice of(const BarSeries& series);
+    [[nodiscard]] static DayLattice of(const BarSeries& series);
 
     /// The lattice moved (in whole weeks and months) to the period that holds `day`, as far as its kind has periods.
-    DayLattice anchoredAt(std::int64_t day) const;
+    [[nodiscard]] DayLattice anchoredAt(std::int64_t day) const;
 
     /// Ordinals of the nearest lattice days outside the period (day, weeks or months) that holds `day`.
-    std::int64_t lastBeforePeriodOf(std::int64_t day) const;
-    std::int64_t firstAfterPeriodOf(std::int64_t day) const;
+    [[nodiscard]] std::int64_t lastBeforePeriodOf(std::int64_t day) const;
+    [[nodiscard]] std::int64_t firstAfterPeriodOf(std::int64_t day) const;
 
     /// Ordinal of the first lattice day at or after `day`.
-    std::int64_t ordinalAtOrAfter(std::int64_t day) const { return countUpTo(day - 1) + 1; }
+    [[nodiscard]] std::int64_t ordinalAtOrAfter(std::int64_t day) const { return countUpTo(day - 1) + 1; }
 
-    std::int64_t dayOf(std::int64_t ordinal) const;
+    [[nodiscard]] std::int64_t dayOf(std::int64_t ordinal) const;
 
 private:
     enum class Kind { Weekdays, Weeks, Months };
@@ -31,10 +31,10 @@ private:
     void learnDayOfMonth(const std::vector<std::int64_t>& days);
 
     /// Ordinal of the week or month step that holds `day`.
-    std::int64_t periodOf(std::int64_t day) const;
+    [[nodiscard]] std::int64_t periodOf(std::int64_t day) const;
 
     /// Ordinal of the last lattice day at or before `day`.
-    std::int64_t countUpTo(std::int64_t day) const;
+    [[nodiscard]] std::int64_t countUpTo(std::int64_t day) const;
 
     Kind kind_ = Kind::Weekdays;
     std::int64_t step_ = 1;                                      ///< weeks or months between two days

@@ -18,21 +18,21 @@ public:
     /// Copies what it needs of the series. Without bars index 0 is 1970-01-01 in a Monday-to-Friday week.
     explicit TradingCalendar(const BarSeries& series);
 
-    int size() const { return static_cast<int>(times_.size()); }
-    bool isIntraday() const { return intraday_; }
+    [[nodiscard]] int size() const { return static_cast<int>(times_.size()); }
+    [[nodiscard]] bool isIntraday() const { return intraday_; }
 
-    BarTime at(int index) const;
+    [[nodiscard]] BarTime at(int index) const;
 
     /// Index of the bar at or after the moment. A bar of a day or longer covers its whole first day: the time is
     /// ignored. Impossible dates count as the nearest possible one.
-    int indexOf(BarTime moment) const;
+    [[nodiscard]] int indexOf(BarTime moment) const;
 
 private:
-    std::int64_t slotsBefore(std::int32_t time) const;
-    std::int64_t slotCount() const { return static_cast<std::int64_t>(slots_.size()); }
-    BarTime slotAt(std::int64_t day, std::int64_t slot) const;
-    std::int64_t indexAfterLast(std::int64_t day, std::int32_t time) const;
-    std::int64_t indexBeforeFirst(std::int64_t day, std::int32_t time) const;
+    [[nodiscard]] std::int64_t slotsBefore(std::int32_t time) const;
+    [[nodiscard]] std::int64_t slotCount() const { return static_cast<std::int64_t>(slots_.size()); }
+    [[nodiscard]] BarTime slotAt(std::int64_t day, std::int64_t slot) const;
+    [[nodiscard]] std::int64_t indexAfterLast(std::int64_t day, std::int32_t time) const;
+    [[nodiscard]] std::int64_t indexBeforeFirst(std::int64_t day, std::int32_t time) const;
 
     std::vector<BarTime> times_;
     std::vector<std::int32_t> slots_; ///< usual times of day, ascending; only 0 for bars of a day or longer

@@ -13,7 +13,7 @@ struct ChartTheme {
     QColor volumeUp;
     QColor volumeDown;
 
-    static ChartTheme current();
+    [[nodiscard]] static ChartTheme current();
 
     /// For the window around the chart.
     [[nodiscard]] QPalette windowPalette() const;
