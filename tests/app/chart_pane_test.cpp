@@ -3,6 +3,7 @@
 #include "app/chart/ChartSplitView.h"
 #include "app/chart/ChartWindow.h"
 #include "app/chart/CustomPlot.h"
+#include "app/demo/UserInput.h"
 #include "model/QZPlaneGeometry.h"
 #include "support/Contrast.h"
 #include "surface/QZPaintLayer.h"
@@ -11,6 +12,7 @@
 #include <QWindow>
 
 #include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -68,7 +70,10 @@ protected:
         grab(from, to);
         drop(to);
     }
-    void key(Qt::Key code) { QTest::keyClick(window.windowHandle(), code); }
+    void key(Qt::Key code, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(window.windowHandle(), code, modifiers);
+    }
 
     void drawSegment(int firstBar, int lastBar)
     {
@@ -180,6 +185,65 @@ TEST_F(ChartTest, LeavesAThirdOfTheScreenFilledAtBothEnds)
     EXPECT_NEAR(viewport.last() + 0.5, viewport.span() / 3, 1e-9);
     viewport.scrollBy(notANumber);
     EXPECT_FALSE(std::isnan(viewport.first()));
+}
+
+// The last bars fill 185.5 to 305.5; the wheel is turned at 275.5, three quarters of the screen.
+TEST_F(ChartTest, ZoomsAboutThePointerAndTheMiddleAndScrolls)
+{
+    UserInput user(window);
+    const auto turn = [&](QPoint angleDelta, Qt::KeyboardModifiers modifiers = {}) {
+        user.wheel(user.positionOf(candles, {candles.scale().xOf(275.5), 200}), angleDelta, modifiers);
+    };
+    struct Row {
+        const char* name;
+        std::function<void()> gesture;
+        double first;
+        double span;
+    };
+    for (const Row& row :
+         {Row{"wheel away",
+              [&] {
+                  turn({0, 120});
+              },
+              275.5 - 75, 100},
+          Row{"wheel near",
+              [&] {
+                  turn({0, -120});
+              },
+              275.5 - 108, 144},
+          Row{"two notches at once",
+              [&] {
+                  turn({0, 240});
+              },
+              275.5 - 62.5, 120 / 1.44},
+          Row{"Ctrl and wheel away",
+              [&] {
+                  turn({0, 120}, Qt::ControlModifier);
+              },
+              179.5, 120},
+          Row{"sideways wheel, left",
+              [&] {
+                  turn({120, 60});
+              },
+              179.5, 120},
+          Row{"sideways wheel, right",
+              [&] {
+                  turn({-120, 60});
+              },
+              191.5, 120},
+          Row{"+", [&] { key(Qt::Key_Plus); }, 245.5 - 50, 100},
+          Row{"= on a + key", [&] { key(Qt::Key_Equal); }, 245.5 - 50, 100},
+          Row{"-", [&] { key(Qt::Key_Minus); }, 245.5 - 72, 144}, Row{"Left", [&] { key(Qt::Key_Left); }, 179.5, 120},
+          Row{"Right", [&] { key(Qt::Key_Right); }, 191.5, 120},
+          Row{"Shift and Left", [&] { key(Qt::Key_Left, Qt::ShiftModifier); }, 65.5, 120},
+          Row{"Shift and Right, which stops", [&] { key(Qt::Key_Right, Qt::ShiftModifier); }, 259.5, 120},
+          Row{"Home", [&] { key(Qt::Key_Home); }, -6.5, 120}}) {
+        SCOPED_TRACE(row.name);
+        viewport.reset(300);
+        row.gesture();
+        EXPECT_NEAR(viewport.first(), row.first, 1e-6);
+        EXPECT_NEAR(viewport.span(), row.span, 1e-9);
+    }
 }
 
 TEST_F(ChartTest, KeepsAFigureOnItsCandlesWhateverTheChartDoes)
