@@ -18,6 +18,9 @@ while [[ ${1:-} == -D* ]]; do
     shift
 done
 
+# Otherwise ccache keeps nothing that was compiled with a precompiled header.
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-$(ccache --get-config sloppiness 2>/dev/null || true),pch_defines,time_macros}
+
 folder=$root/build/$preset
 options=()
 [[ -f $folder/build.ninja ]] || configure=yes

@@ -22,7 +22,10 @@ import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 CACHE = ROOT / "build" / "tidy-cache"
+COMMANDS = ROOT / "build" / "tidy-commands"
 TIDY = "clang-tidy-14"
+# gcc's, which clang cannot read.
+PRECOMPILED = re.compile(r" -include \S*/cmake_pch\.hxx")
 INCLUDE = re.compile(rb'^[ \t]*#[ \t]*include[ \t]*[<"]([^">\n]+)[">]', re.MULTILINE)
 
 
@@ -75,7 +78,8 @@ def include_folders(command):
 
 
 def sources_to_check(build, only):
-    """(source, compile command) of each file that is ours; each once, whatever the number of targets it is in."""
+    """Source and entry of the compile database of each file that is ours; each once, whatever the number of targets it
+    is in."""
     database = build / "compile_commands.json"
     if not database.is_file():
         sys.exit(f"tidy: {database} is missing: build the dev preset first")
@@ -83,7 +87,7 @@ def sources_to_check(build, only):
     for entry in json.loads(database.read_text(encoding="utf-8")):
         source = (pathlib.Path(entry["directory"]) / entry["file"]).resolve()
         if is_ours(source) and source.is_file() and (not only or source in only):
-            found.setdefault(source, entry["command"])
+            found.setdefault(source, {**entry, "command": PRECOMPILED.sub("", entry["command"])})
     unknown = sorted(only - found.keys())
     if unknown:
         sys.exit("tidy: not in " + str(database) + ": " + ", ".join(map(str, unknown)))
@@ -92,10 +96,10 @@ def sources_to_check(build, only):
     return found
 
 
-def tidy(source, build):
+def tidy(source):
     """(exit status, output, seconds); what clang-tidy says of warnings it suppressed is left out."""
     start = time.monotonic()
-    done = subprocess.run([TIDY, "--quiet", "-p", str(build), str(source)], cwd=ROOT, text=True, errors="replace",
+    done = subprocess.run([TIDY, "--quiet", "-p", str(COMMANDS), str(source)], cwd=ROOT, text=True, errors="replace",
                           stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
     output = done.stdout
     if done.returncode != 0:
@@ -115,8 +119,11 @@ def main():
     version = subprocess.run([TIDY, "--version"], text=True, stdout=subprocess.PIPE, check=True).stdout
     inputs = Inputs(version + (ROOT / ".clang-tidy").read_text(encoding="utf-8"))
     sources = sources_to_check(build, only)
-    keys = {source: inputs.key(source, command, include_folders(command)) for source, command in sources.items()}
+    keys = {source: inputs.key(source, entry["command"], include_folders(entry["command"]))
+            for source, entry in sources.items()}
 
+    COMMANDS.mkdir(parents=True, exist_ok=True)
+    (COMMANDS / "compile_commands.json").write_text(json.dumps(list(sources.values())), encoding="utf-8")
     CACHE.mkdir(parents=True, exist_ok=True)
     if not only:
         for stale in {entry.name for entry in CACHE.iterdir()} - set(keys.values()):
@@ -126,7 +133,7 @@ def main():
 
     failed = []
     with concurrent.futures.ThreadPoolExecutor(max_workers=max(1, options.jobs)) as pool:
-        running = {pool.submit(tidy, source, build): source for source in pending}
+        running = {pool.submit(tidy, source): source for source in pending}
         for done, future in enumerate(concurrent.futures.as_completed(running), 1):
             source = running[future]
             status, output, seconds = future.result()
