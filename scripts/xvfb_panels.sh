@@ -5,6 +5,6 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-chart=${1:-build/release/app/qzchart}
+chart=${1:-build/dev/app/qzchart}
 exec env -u WAYLAND_DISPLAY QT_QPA_PLATFORM=xcb xvfb-run --auto-servernum --server-args='-screen 0 1400x900x24' \
     python3 scripts/drive_panels.py "$chart" build/panel-steps
