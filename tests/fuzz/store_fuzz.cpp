@@ -135,8 +135,8 @@ bool loadAndDraw(TestView& view)
         graph->setSelected(true);
     }
     view.paintLayer()->contents(view.size(), 1.0);
-    view.paintLayer()->getClosedGraph({50.0, 50.0});
-    return holds;
+    const auto nearest = view.paintLayer()->getClosedGraph({50.0, 50.0});
+    return holds && (!nearest || view.paintLayer()->graphs().contains(nearest.get()));
 }
 
 bool runRound(Mutator& mutator, TestView& view)
