@@ -139,7 +139,8 @@ TEST(Overlay, ShowsFiguresAboveTheChartWithinTheValidArea)
     chart.setAutoFillBackground(true);
     chart.setPalette(QPalette(Qt::yellow));
     chart.resize(400, 300);
-    chart.show(); // added later than the figures' overlay, and yet below it
+    chart.show(); // added and raised later than the figures' overlay, and yet below it
+    chart.raise();
     const auto graph = pane.draw(QZSTHorizon, {{100, 100}});
     graph->setStrokeColor(Qt::blue);
     graph->setLineWidth(4);
