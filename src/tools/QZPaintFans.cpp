@@ -26,6 +26,12 @@ std::int32_t divisorOf(std::uint64_t index)
     return gannDivisors.at((index - 1) % gannDivisors.size());
 }
 
+/// The part of a distance (px) that ray `index` is aimed at, cut off to whole px: a third of 7.9 is 2.
+std::int32_t wholePart(double distance, std::uint64_t index)
+{
+    return truncatedToInt(distance) / divisorOf(index);
+}
+
 QZPoint verticalEnd(QZPoint from, QZPoint towards, QZRect frame)
 {
     return {from.x, from.y < towards.y ? frame.maxY() : frame.minY()};
@@ -38,11 +44,10 @@ QZLine QZPaintGannFan::linePoints(std::uint64_t index) const
     const QZPoint p0 = points()[0];
     const QZPoint p1 = points()[1];
     QZPoint target = p1;
-    // Whole pixels, cut off: of a distance of 7 the third is 2.
     if (hasDivisor(index) && index < firstRiseRay)
-        target.x = p0.x + truncatedToInt(p1.x - p0.x) / divisorOf(index);
+        target.x = p0.x + wholePart(p1.x - p0.x, index);
     else if (hasDivisor(index))
-        target.y = p0.y + truncatedToInt(p1.y - p0.y) / divisorOf(index);
+        target.y = p0.y + wholePart(p1.y - p0.y, index);
     const QZRect f = frame();
     return {p0, getPointFromLine(p1.x < p0.x ? f.minX() : f.maxX(), p0, target)};
 }

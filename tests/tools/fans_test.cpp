@@ -25,12 +25,12 @@ TEST_F(Fans, RaysCaptionsAndDistances)
                               "9,100-0,101.286;\"1/4\" -6,96;9,100-0,100;\"1/8\" -6,95;";
     const std::string right = "0,100-400,-300;0,100-400,-168 dash 5,3;0,100-400,-32 dash 5,3;";
     const std::string left = "100,100-0,0;100,100-0,33 dash 5,3;100,100-0,67 dash 5,3;";
-    const std::string vertical = "50,100-50,60;50,100-50,0;\"1\" 42,55;50,100-50,60;50,100-50,0;\"1/2\" 42,55;...";
+    const std::string vertical = R"(50,100-50,60;50,100-50,0;"1" 42,55;50,100-50,60;50,100-50,0;"1/2" 42,55;...)";
     expectFigures({
         {"fan", QZSTGannFan, {{0, 100}, {80, 20}}, fan, {-3, 104}, 5},
         {"small, to the upper left", QZSTGannFan, {{9, 100}, {2, 107}}, small, {5, 96}, 4},
         {"vertical fan", QZSTGannFan, {{50, 100}, {50, 60}}, vertical, {47, 96}, 5},
-        {"half-placed fan", QZSTGannFan, {{50, 100}}, "50,100-50,100;\"1\" 34028...", {53, 104}, 5},
+        {"half-placed fan", QZSTGannFan, {{50, 100}}, R"(50,100-50,100;"1" 34028...)", {53, 104}, 5},
         {"speed lines", QZSTSpeedResistance, {{0, 100}, {100, 0}}, right, {-3, 104}, 5},
         {"speed lines to the left", QZSTSpeedResistance, {{100, 100}, {50, 50}}, left, {0, 67}, 0},
         {"vertical speed line", QZSTSpeedResistance, {{50, 100}, {50, 60}}, "50,100-50,0;", {53, 250}, 3},

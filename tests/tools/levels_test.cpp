@@ -12,7 +12,7 @@ struct Level {
 std::string drawing(const std::vector<Level>& levels, int left, int right, int x)
 {
     QString all;
-    for (const auto& [ratio, y, dash] : levels)
+    for (const auto& [ratio, y, dash] : levels) {
         all += QStringLiteral("%1,%2-%3,%2%4;\"%5\" %6,%2;\"%7\" %8,%2;")
                    .arg(left)
                    .arg(y)
@@ -21,6 +21,7 @@ std::string drawing(const std::vector<Level>& levels, int left, int right, int x
                    .arg(x)
                    .arg(y, 0, 'f', 3)
                    .arg(x + 50);
+    }
     return all.toStdString();
 }
 

@@ -39,11 +39,11 @@ TEST_F(TimeCycles, FiguresAndDistances)
     const std::string bars = ";\"bars : 10\" " + QString::number(textX).toStdString() + ",66;";
     const std::string rule = "100,50-100,80;190,50-190,80;100,50 90x30 #33010203;100,65-190,65 dash 5,3" + bars;
     const std::string ruleBack = "190,80-190,50;100,80-100,50;190,80 -90x-30 #33010203;190,65-100,65 dash 5,3" + bars;
-    const std::string symmetric = "141,10-141,310;201,10-201,310;261,10-261,310;\"7\" 202,280;";
-    const std::string mirror = "261,10-261,310;201,10-201,310;141,10-141,310;\"-7\" 202,280;";
-    const std::string up = "130,140 100,100 70,140;100,100-100,140;\"36.9\" 104,104;";
-    const std::string down = "70,60 100,100 130,60;100,100-100,60;\"36.9\" 79,76;";
-    const std::string flat = "100,100 100,100 100,100;100,100-100,100;\"0\" 104,104;";
+    const std::string symmetric = R"(141,10-141,310;201,10-201,310;261,10-261,310;"7" 202,280;)";
+    const std::string mirror = R"(261,10-261,310;201,10-201,310;141,10-141,310;"-7" 202,280;)";
+    const std::string up = R"(130,140 100,100 70,140;100,100-100,140;"36.9" 104,104;)";
+    const std::string down = R"(70,60 100,100 130,60;100,100-100,60;"36.9" 79,76;)";
+    const std::string flat = R"(100,100 100,100 100,100;100,100-100,100;"0" 104,104;)";
     const std::string zones = counted({{350, "1"}, {350, "1"}, {360, "2"}, {370, "3"}, {390, "5"}, {420, "8"}});
     const std::string lateZones = counted({{60, "13"}, {140, "21"}, {270, "34"}, {480, "55"}});
     const std::string cycle = counted({{100, "1"}, {190, "10"}, {280, "19"}, {370, "28"}, {460, "37"}});
@@ -84,11 +84,11 @@ TEST_F(TimeCycles, EndWhateverAHostAnswers)
 {
     constexpr int most = std::numeric_limits<int>::max();
     struct Row {
-        const char* name;
-        QZShapeType type;
+        const char* name = nullptr;
+        QZShapeType type = QZShapeTypeNone;
         std::optional<int> count;
-        double x;
-        std::ptrdiff_t captions;
+        double x = 0;
+        std::ptrdiff_t captions = 0;
     };
     for (const Row& row :
          {Row{"no word for bars", QZSTTimeRule, 9, 0, 0}, Row{"no range", QZSTCycle, std::nullopt, 200, 1},
