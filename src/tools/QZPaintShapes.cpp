@@ -97,11 +97,9 @@ void QZPaintRectangle::drawInfomation(QZGraphicsContext& context) const
     const bool isUpward = p1.y > p0.y;
     const double firstY = isUpward ? p0.y + gap : p0.y - below;
     const double secondY = isUpward ? p1.y - below : p1.y + gap;
-    if (!model->identify.isNull()) {
-        const auto count = std::abs(std::int64_t{model->count});
-        drawTextInContext(context, model->identify + QStringLiteral(" : ") + QString::number(count),
+    if (!model->identify.isNull())
+        drawTextInContext(context, countCaption(model->identify, std::abs(std::int64_t{model->count})),
                           {left + gap, firstY});
-    }
     drawTextInContext(context, percentCaption(static_cast<double>(model->varyScope), 2), {right + gap, firstY});
     drawTextInContext(context, model->varyPrice, {right + gap, secondY});
 }
