@@ -136,7 +136,8 @@ void QZPaintGraph::mouseDragged(QZPoint point)
 {
     if (!needsDisplay_)
         return;
-    const bool holdsKeyPoint = selectKeyPointNearPoint(point) || (isSelected() && currentPoint_);
+    // A point that is held already stays, even over another handle.
+    const bool holdsKeyPoint = (isSelected() && currentPoint_) || selectKeyPointNearPoint(point);
     if (holdsKeyPoint && !isGraphDragging_)
         dragKeyPoint(point);
     else if (isSelected() && !editing_ && !isKeyPointDragging_)

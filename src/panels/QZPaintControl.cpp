@@ -136,10 +136,28 @@ QList<QZPaintControlButton*> QZPaintControl::buttons() const
 
 void QZPaintControl::setDelegate(QZPaintControlWCDelegate* delegate)
 {
+    QZPaintControlWCDelegate* before = this->delegate();
     delegate_ = delegate;
     delegateLifetime_.reset();
     if (delegate != nullptr)
         delegateLifetime_ = delegate->lifetime_;
+    if (before == delegate || lastSelectedBtn_ == nullptr)
+        return;
+    if (before != nullptr)
+        before->changeShapeTo(QZShapeTypeNone, {});
+    if (delegate == nullptr)
+        resetAllButtons(false);
+    else
+        sendShape();
+}
+
+void QZPaintControl::sendShape() const
+{
+    QZPaintControlWCDelegate* receiver = delegate();
+    if (receiver == nullptr || lastSelectedBtn_ == nullptr)
+        return;
+    const auto& images = lastSelectedBtn_->images();
+    receiver->changeShapeTo(selectedType(), images.empty() ? QImage() : images.front());
 }
 
 QZPaintControlWCDelegate* QZPaintControl::delegate() const
@@ -188,8 +206,7 @@ void QZPaintControl::changeShape(QZPaintControlButton& sender)
             lastSelectedBtn_->setSelected(false);
         sender.setSelected(true);
         lastSelectedBtn_ = &sender;
-        if (auto* receiver = delegate())
-            receiver->changeShapeTo(selectedType(), sender.images().empty() ? QImage() : sender.images().front());
+        sendShape();
     }
     returnKeyboard();
 }

@@ -37,7 +37,8 @@ public:
     /// Lives as long as the palette. Not shown by it: see QZPanelWindow::addToWindowOf().
     [[nodiscard]] QZPanelWindow& window() { return window_; }
 
-    /// Borrowed; forgotten when it is destroyed. Null for none.
+    /// Borrowed; forgotten when it is destroyed. Null for none. A chosen tool goes along: the delegate before is told
+    /// that no tool is chosen, the new one which is; with null the tool is let go of.
     void setDelegate(QZPaintControlWCDelegate* delegate);
     [[nodiscard]] QZPaintControlWCDelegate* delegate() const;
 
@@ -81,6 +82,8 @@ private:
     void configWindowColors();
     void connectAction(QZPaintControlButton& button);
     [[nodiscard]] QList<QZPaintControlButton*> buttons() const;
+    /// Tells the delegate which tool is chosen.
+    void sendShape() const;
     /// Follows the figure being drawn: when it is finished its tool's button is released.
     void syncButtonSelection(const QZNotification& notification);
     void windowWillClose();

@@ -15,7 +15,8 @@ public:
     QZPaintControlWCDelegate& operator=(const QZPaintControlWCDelegate&) = delete;
     virtual ~QZPaintControlWCDelegate() = default;
 
-    /// The user chose another tool; `imageThumbnail` is its picture, null when the theme has none.
+    /// The user chose another tool; `imageThumbnail` is its picture, null when the theme has none. The type is
+    /// QZShapeTypeNone when the chosen tool goes over to another delegate.
     virtual void changeShapeTo(std::int64_t type, const QImage& imageThumbnail) = 0;
     /// The user asks to delete everything drawn. Asking back is up to the delegate.
     virtual void removeAllGraphs(QZPaintControl& sender) = 0;

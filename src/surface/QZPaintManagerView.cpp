@@ -43,6 +43,8 @@ void QZPaintManagerView::configView()
 
 void QZPaintManagerView::configViewBeforeRelease()
 {
+    if (QZPaintSplitView* split = splitView())
+        split->viewWillLeave(*this);
     closeGraphDatabase();
     paintLayer_->setManagerView(nullptr);
     observations_ = {};

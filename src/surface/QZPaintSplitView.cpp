@@ -1,16 +1,24 @@
 #include "surface/QZPaintSplitView.h"
 
 #include "panels/QZMessageBoxAlert.h"
+#include "panels/QZPaintControl.h"
 #include "panels/QZPaintGraphConfigWC.h"
 #include "panels/QZPanelDefaults.h"
+#include "platform/QZGlobalEnv.h"
+#include "platform/QZLog.h"
+#include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintLayer.h"
 #include "surface/QZPaintManagerView.h"
 
 #include <QChildEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QSplitterHandle>
+#include <QStyleHints>
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 /// A divider keeps its presses from the split view, which must hear of them: a press on it leaves no pane active.
@@ -18,28 +26,25 @@ class QZPaintSplitHandle final : public QSplitterHandle {
 public:
     QZPaintSplitHandle(Qt::Orientation orientation, QZPaintSplitView& split)
         : QSplitterHandle(orientation, &split), split_(split)
-    {
-        setMouseTracking(true);
-    }
+    {}
 
 protected:
     void mousePressEvent(QMouseEvent* event) override
     {
-        if (event->button() == Qt::LeftButton)
-            split_.mouseDown(mapTo(&split_, event->position()), 1);
+        if (event->button() == Qt::LeftButton && !split_.mouseDown(mapTo(&split_, event->position()), 1))
+            return;
         QSplitterHandle::mousePressEvent(event);
-    }
-
-    void mouseMoveEvent(QMouseEvent* event) override
-    {
-        if (event->buttons() == Qt::NoButton)
-            split_.mouseMoved(mapTo(&split_, event->position()));
-        QSplitterHandle::mouseMoveEvent(event);
     }
 
 private:
     QZPaintSplitView& split_;
 };
+
+std::vector<QZPaintSplitView*>& QZPaintSplitView::splitViews()
+{
+    static std::vector<QZPaintSplitView*> views;
+    return views;
+}
 
 QZPaintSplitView::QZPaintSplitView(Qt::Orientation orientation, QWidget* parent) : QSplitter(orientation, parent)
 {
@@ -48,14 +53,17 @@ QZPaintSplitView::QZPaintSplitView(Qt::Orientation orientation, QWidget* parent)
     setChildrenCollapsible(false);
     QZPanelDefaults::install();
     installMessageBoxAlert();
+    splitViews().push_back(this);
 }
 
-// The strip's controls would be dead, over a window that may live on.
 QZPaintSplitView::~QZPaintSplitView()
 {
-    QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
-    if (strip != nullptr && strip->delegate() == this)
-        closeConfigWindow();
+    QZPaintControl* palette = QZPaintControl::existing();
+    if (palette != nullptr && palette->delegate() == this)
+        palette->setDelegate(nullptr);
+    // Once this is no split view any more, its panes cannot tell that they go.
+    forEachView([this](QZPaintManagerView& view) { viewWillLeave(view); });
+    std::erase(splitViews(), this);
 }
 
 QSplitterHandle* QZPaintSplitView::createHandle()
@@ -66,17 +74,42 @@ QSplitterHandle* QZPaintSplitView::createHandle()
 void QZPaintSplitView::childEvent(QChildEvent* event)
 {
     QSplitter::childEvent(event);
-    if (event->removed() && event->child() == activeView_)
-        activeView_.clear();
+    if (event->added())
+        event->child()->installEventFilter(this);
+    if (!event->removed())
+        return;
+    event->child()->removeEventFilter(this);
+    // One that is being deleted is no manager view any more; it has told by itself.
+    if (auto* view = qobject_cast<QZPaintManagerView*>(event->child()))
+        viewWillLeave(*view);
+}
+
+// The mouse leaves a pane for places of which no move is heard: a divider, a menu, another window.
+bool QZPaintSplitView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Leave)
+        if (const auto* view = qobject_cast<QZPaintManagerView*>(watched))
+            view->paintLayer()->setMouseInside(false);
+    return QSplitter::eventFilter(watched, event);
 }
 
 std::vector<QZPaintManagerView*> QZPaintSplitView::managerViews() const
 {
     std::vector<QZPaintManagerView*> views;
     for (int i = 0; i < count(); ++i)
-        if (auto* view = dynamic_cast<QZPaintManagerView*>(widget(i)))
+        if (auto* view = qobject_cast<QZPaintManagerView*>(widget(i)))
             views.push_back(view);
     return views;
+}
+
+template <typename Visit>
+void QZPaintSplitView::forEachView(Visit visit) const
+{
+    const auto now = managerViews();
+    const std::vector<QPointer<QZPaintManagerView>> views(now.begin(), now.end());
+    for (const auto& view : views)
+        if (view != nullptr && view->parent() == this) // only compared: this view may be gone as well
+            visit(*view);
 }
 
 QZPoint QZPaintSplitView::pointIn(const QZPaintManagerView& view, QPointF location) const
@@ -92,20 +125,57 @@ bool QZPaintSplitView::isInFrame(const QZPaintManagerView& view, QPointF locatio
            location.y() >= frame.top() && location.y() < frame.bottom();
 }
 
-// NOLINTNEXTLINE(readability-make-member-function-const): it changes the layers
 QZPaintManagerView* QZPaintSplitView::activeViewAtPoint(QPointF point)
 {
-    QZPaintManagerView* active = nullptr;
-    for (QZPaintManagerView* view : managerViews()) {
-        view->paintLayer()->setActive(isInFrame(*view, point));
-        if (active == nullptr && view->paintLayer()->isActive())
-            active = view;
+    const auto views = managerViews();
+    const auto hit = std::ranges::find_if(views, [point](const auto* view) { return isInFrame(*view, point); });
+    const QPointer<QZPaintManagerView> view(hit == views.end() ? nullptr : *hit);
+    activateOnly(view);
+    return view;
+}
+
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the layers
+void QZPaintSplitView::activateOnly(const QZPaintManagerView* view)
+{
+    for (const auto& layer : paintLayers())
+        layer->setActive(view != nullptr && layer->managerView() == view);
+}
+
+void QZPaintSplitView::setActiveView(QZPaintManagerView* view)
+{
+    if (view != nullptr && view->splitView() != this) {
+        writeBusCommonLog(QStringLiteral("A view that is no pane of the split view cannot become its active one"));
+        return;
     }
-    return active;
+    activateOnly(view);
+    activeView_ = view;
+}
+
+void QZPaintSplitView::viewWillLeave(QZPaintManagerView& view)
+{
+    const auto layer = view.paintLayer();
+    if (activeView_ == &view)
+        activeView_.clear();
+    QZPaintActiveManager& manager = QZPaintActiveManager::sharedManager();
+    if (manager.currentActiveLayer() == layer)
+        manager.setCurrentActiveLayer(nullptr);
+    layer->cancelCurrentGraph();
+
+    // What other panes were doing goes on.
+    const auto graphOf = [](const auto& other) { return other->currentGraph(); };
+    const auto isCreating = [](const auto& graph) { return graph && graph->isEditing(); };
+    if (std::ranges::any_of(allPaintLayers(), isCreating, graphOf))
+        QZGlobalEnv::getShareInstance().setGlobalContext(QZContextIsPaintEditing, QZContextIsPaintEditing, true);
+    const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
+    const bool isShownHere = strip != nullptr && strip->delegate() == this;
+    if (isShownHere && std::ranges::none_of(
+                           paintLayers(), [](const auto& graph) { return graph != nullptr; }, graphOf))
+        closeConfigWindow();
 }
 
 bool QZPaintSplitView::mouseDown(QPointF location, int clickCount)
 {
+    const QPointer<QZPaintSplitView> self(this);
     activeView_ = activeViewAtPoint(location);
     pressLocation_ = location;
     if (clickCount >= 2 && activeView_ != nullptr) {
@@ -114,39 +184,45 @@ bool QZPaintSplitView::mouseDown(QPointF location, int clickCount)
         if (current && (current->isEditing() || current->isSelected()))
             return false;
     }
-    for (QZPaintManagerView* view : managerViews()) {
-        const QZPoint point = pointIn(*view, location);
-        if (!view->isHidden() && view->validateRect().contains(point))
-            view->paintLayer()->mouseDown(point);
-    }
-    return true;
+    forEachView([this, location](const QZPaintManagerView& view) {
+        const auto layer = view.paintLayer();
+        const QZPoint point = pointIn(view, location);
+        if (!view.isHidden() && view.validateRect().contains(point))
+            layer->mouseDown(point);
+    });
+    return self != nullptr;
 }
 
 void QZPaintSplitView::mouseMoved(QPointF location)
 {
-    for (QZPaintManagerView* view : managerViews()) {
-        const QZPoint point = pointIn(*view, location);
-        view->paintLayer()->setMouseInside(isInFrame(*view, location));
-        if (!view->isHidden() && view->validateRect().contains(point))
-            view->paintLayer()->mouseMoved(point);
-    }
+    forEachView([this, location](const QZPaintManagerView& view) {
+        const auto layer = view.paintLayer();
+        const QZPoint point = pointIn(view, location);
+        layer->setMouseInside(isInFrame(view, location));
+        if (!view.isHidden() && view.validateRect().contains(point))
+            layer->mouseMoved(point);
+    });
 }
 
 bool QZPaintSplitView::mouseDragged(QPointF location)
 {
     if (activeView_ == nullptr)
         return false;
-    const QZPoint point = pointIn(*activeView_, location);
-    if (!activeView_->validateRect().contains(point))
-        return false;
+    const QPointer<QZPaintSplitView> self(this);
     const auto layer = activeView_->paintLayer();
-    // A drag begins where the button went down: a handle is taken hold of however quickly the mouse leaves it.
+    const QZRect valid = activeView_->validateRect();
+    const QZPoint point = pointIn(*activeView_, location);
+    if (!valid.contains(point))
+        return false;
+    // A handle is taken hold of where the button went down, however quickly the mouse leaves it.
     if (const auto press = std::exchange(pressLocation_, std::nullopt)) {
         const QZPoint start = pointIn(*activeView_, *press);
-        if (activeView_->validateRect().contains(start))
-            layer->mouseDragged(start);
+        if (layer->currentGraph() && valid.contains(start))
+            layer->currentGraph()->selectKeyPointNearPoint(start);
     }
     layer->mouseDragged(point);
+    if (self == nullptr)
+        return true;
     if (!layer->currentGraph() || !layer->currentGraph()->isSelected())
         return false;
     mouseMoved(location);
@@ -155,48 +231,67 @@ bool QZPaintSplitView::mouseDragged(QPointF location)
 
 void QZPaintSplitView::mouseUp(QPointF location)
 {
-    if (activeView_ != nullptr)
-        activeView_->paintLayer()->mouseUp(pointIn(*activeView_, location));
+    if (activeView_ == nullptr)
+        return;
+    const auto layer = activeView_->paintLayer();
+    layer->mouseUp(pointIn(*activeView_, location));
+}
+
+// Qt tells the second press from the first, and takes the third for a first one again.
+int QZPaintSplitView::clickCountOf(const QMouseEvent& press)
+{
+    const QStyleHints& hints = *QGuiApplication::styleHints();
+    const QPointF way = press.position() - lastPress_.location;
+    const bool follows = press.timestamp() - lastPress_.time < static_cast<quint64>(hints.mouseDoubleClickInterval()) &&
+                         std::max(std::abs(way.x()), std::abs(way.y())) <= hints.mouseDoubleClickDistance();
+    int clickCount = press.type() == QEvent::MouseButtonDblClick ? 2 : 1;
+    if (follows && lastPress_.clickCount >= 2)
+        clickCount = lastPress_.clickCount + 1;
+    lastPress_ = {press.position(), press.timestamp(), clickCount};
+    return clickCount;
 }
 
 void QZPaintSplitView::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
-        mouseDown(event->position(), 1);
+    if (event->button() == Qt::LeftButton && !mouseDown(event->position(), clickCountOf(*event)))
+        return;
     QSplitter::mousePressEvent(event);
-}
-
-void QZPaintSplitView::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    // QWidget's own handler would press once more, so it is never asked.
-    const bool isSwallowed = event->button() == Qt::LeftButton && !mouseDown(event->position(), 2);
-    event->setAccepted(isSwallowed);
 }
 
 void QZPaintSplitView::mouseMoveEvent(QMouseEvent* event)
 {
-    // A release that went elsewhere, as to a dialog, is noticed by the buttons.
-    if (event->buttons() == Qt::NoButton && activeView_ != nullptr && activeView_->isDragging())
-        mouseUp(event->position());
-    if (event->buttons() == Qt::NoButton)
-        mouseMoved(event->position());
-    else if ((event->buttons() & Qt::LeftButton) != 0 && mouseDragged(event->position()))
+    const QPointer<QZPaintSplitView> self(this);
+    if (event->buttons() == Qt::NoButton) {
+        // A release that went elsewhere, as to a dialog, is noticed by the buttons.
+        if (activeView_ != nullptr && activeView_->isDragging())
+            mouseUp(event->position());
+        if (self != nullptr)
+            mouseMoved(event->position());
+    } else if ((event->buttons() & Qt::LeftButton) != 0 && mouseDragged(event->position())) {
         return;
-    QSplitter::mouseMoveEvent(event);
+    }
+    if (self != nullptr)
+        QSplitter::mouseMoveEvent(event);
 }
 
 void QZPaintSplitView::mouseReleaseEvent(QMouseEvent* event)
 {
+    const QPointer<QZPaintSplitView> self(this);
     if (event->button() == Qt::LeftButton)
         mouseUp(event->position());
-    QSplitter::mouseReleaseEvent(event);
+    if (self != nullptr)
+        QSplitter::mouseReleaseEvent(event);
 }
 
 void QZPaintSplitView::keyPressEvent(QKeyEvent* event)
 {
+    const QPointer<QZPaintSplitView> self(this);
     if (activeView_ == nullptr && event->key() == Qt::Key_Escape && count() > 0)
-        activeView_ = dynamic_cast<QZPaintManagerView*>(widget(0));
-    if (activeView_ != nullptr)
-        activeView_->paintLayer()->keyDown(*event);
-    QSplitter::keyPressEvent(event);
+        activeView_ = qobject_cast<QZPaintManagerView*>(widget(0));
+    if (activeView_ != nullptr) {
+        const auto layer = activeView_->paintLayer();
+        layer->keyDown(*event);
+    }
+    if (self != nullptr)
+        QSplitter::keyPressEvent(event);
 }

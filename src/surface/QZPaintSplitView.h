@@ -11,6 +11,7 @@
 #include <QSplitter>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -20,6 +21,12 @@ class QZPaintLayer;
 /// every event to the right pane's paint layer, in that pane's coordinates. And it is the delegate of the tool palette
 /// and of the graph configuration strip: what is picked there lands on its panes. Widgets in it that are no manager
 /// views only take part in the layout.
+///
+/// Several windows share one palette and one strip. The palette's tool is armed in the split view that is its delegate
+/// and goes along when another one becomes it; the eye works on all of them. The strip acts on the window that it is
+/// shown over, whichever one is active.
+///
+/// An observer of any notification may delete panes, or the split view itself, while an event is handled.
 class QZPaintSplitView : public QSplitter,
                          public QZPaintStripHost,
                          public QZPaintControlWCDelegate,
@@ -31,8 +38,12 @@ public:
     QZPaintSplitView& operator=(const QZPaintSplitView&) = delete;
     ~QZPaintSplitView() override;
 
-    /// The pane that the last left press chose; null on a divider and before the first press.
+    /// The pane that the last left press chose; null on a divider and before the first press, and once it is deleted or
+    /// taken out.
     [[nodiscard]] QZPaintManagerView* activeView() const { return activeView_; }
+    /// Chooses a pane as a press in it does, without placing or selecting anything; null leaves none active, as a press
+    /// on a divider. A view that is no pane of this one changes nothing, with a line in the log.
+    void setActiveView(QZPaintManagerView* view);
     /// Activates the layer of the pane at `point` (px in this view, y downwards) and deactivates all others; the pane,
     /// or null.
     QZPaintManagerView* activeViewAtPoint(QPointF point);
@@ -44,8 +55,9 @@ public:
     void setSupportPaint(bool supportPaint);
     /// Whether the palette, too, serves this view.
     void setEnablePaintControl(bool enable) { enablePaintControl_ = enable; }
-    /// Makes this view the delegate of the strip and, where enabled, of the palette. A host with several chart windows
-    /// calls it for the one that becomes active.
+    /// Makes this view the delegate of the strip and, where enabled, of the palette, whose chosen tool is then armed
+    /// here instead of there. A strip that is shown over another window keeps its delegate. A host with several chart
+    /// windows calls it for the one that becomes active.
     void resetPiantConfigDelegate();
     /// Hides the strip; false, with nothing done, unless the active pane's layer is the application's active one.
     bool closeConfigWindows();
@@ -57,6 +69,7 @@ public:
     void changeShapeTo(std::int64_t type, const QImage& imageThumbnail) override;
     /// Asks the user first.
     void removeAllGraphs(QZPaintControl& sender) override;
+    /// Of every split view, since there is one eye for all.
     void showOrHiddenAllGraphs(QZPaintControl& sender) override;
     void windowWillClosed(QZPaintControl& sender) override;
 
@@ -72,6 +85,8 @@ public:
 
     // What the layers of its panes ask, beyond what the panels answer.
 
+    /// Makes this view the strip's delegate as well: it acts on what it shows.
+    void showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view) override;
     void hideStrip() override { closeConfigWindow(); }
     bool takePanels() override;
     [[nodiscard]] bool isActivePane(const QZPaintManagerView& view) const override { return activeView_ == &view; }
@@ -79,33 +94,55 @@ public:
 protected:
     QSplitterHandle* createHandle() override;
     void childEvent(QChildEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    /// Also of the second press of a double click, which Qt hands over here.
     void mousePressEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    friend class QZPaintManagerView;
     friend class QZPaintSplitHandle;
 
-    /// False when the click was swallowed.
+    struct Press {
+        QPointF location;
+        std::uint64_t time = 0; // ms
+        int clickCount = 0;
+    };
+
+    /// False when there is nothing more to do: the click was swallowed, or this view is gone.
     bool mouseDown(QPointF location, int clickCount);
     void mouseMoved(QPointF location);
-    /// Whether a figure took the drag, which then must not move a divider.
+    /// Whether a figure took the drag, which then must not move a divider, or this view is gone.
     bool mouseDragged(QPointF location);
     void mouseUp(QPointF location);
+    /// 1, or one more than that of the press before when it follows fast and near.
+    int clickCountOf(const QMouseEvent& press);
+    void activateOnly(const QZPaintManagerView* view);
+    /// Ends what `view` was doing, and with the last figure that the strip could show the strip.
+    void viewWillLeave(QZPaintManagerView& view);
+
     [[nodiscard]] QZPoint pointIn(const QZPaintManagerView& view, QPointF location) const;
     /// Whether `location` lies in the frame of a shown pane.
     [[nodiscard]] static bool isInFrame(const QZPaintManagerView& view, QPointF location);
+    /// Calls `visit` for each pane that is still here when its turn comes. Safe even when a visit deletes this view.
+    template <typename Visit>
+    void forEachView(Visit visit) const;
+    [[nodiscard]] std::vector<std::shared_ptr<QZPaintLayer>> paintLayers() const;
     /// The layers that a panel's action works on.
-    [[nodiscard]] std::vector<QZPaintLayer*> targetLayers() const;
+    [[nodiscard]] std::vector<std::shared_ptr<QZPaintLayer>> targetLayers() const;
     /// Takes the strip off this window, unless it has gone over to another one.
     void closeConfigWindow();
     template <typename Change>
     void changeCurrentGraphs(Change change);
+    /// Every split view of the application.
+    static std::vector<QZPaintSplitView*>& splitViews();
+    static std::vector<std::shared_ptr<QZPaintLayer>> allPaintLayers();
 
     QPointer<QZPaintManagerView> activeView_;
     std::optional<QPointF> pressLocation_; // of a press that no drag has followed yet
+    Press lastPress_;
     bool isSupportPaint_ = false;
     bool enablePaintControl_ = false;
 };

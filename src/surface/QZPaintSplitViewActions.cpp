@@ -7,6 +7,8 @@
 #include "surface/QZPaintManagerView.h"
 #include "surface/QZPaintSplitView.h"
 
+#include <algorithm>
+#include <iterator>
 #include <mutex>
 
 namespace {
@@ -27,6 +29,15 @@ void QZPaintSplitView::resetPiantConfigDelegate()
 {
     if (enablePaintControl_)
         QZPaintControl::sharedManager().setDelegate(this);
+    QZPaintGraphConfigWC& strip = QZPaintGraphConfigWC::sharedWC();
+    const QWidget* chart = strip.window().chartWindow();
+    if (chart == nullptr || chart == window())
+        strip.setDelegate(this);
+}
+
+void QZPaintSplitView::showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view)
+{
+    QZPaintStripHost::showStrip(figure, configs, view);
     QZPaintGraphConfigWC::sharedWC().setDelegate(this);
 }
 
@@ -56,86 +67,101 @@ void QZPaintSplitView::closeConfigWindow()
 
 void QZPaintSplitView::changeShapeTo(std::int64_t type, const QImage& imageThumbnail)
 {
-    constexpr unsigned deleteOnly = 64;
-    unsigned configs = deleteOnly;
-    for (QZPaintManagerView* view : managerViews()) {
-        QZPaintLayer& layer = *view->paintLayer();
-        layer.cancelCurrentGraph();
-        layer.setCurrentGraph(layer.allocGraphWithType(type));
-        if (!layer.currentGraph())
+    const auto layers = paintLayers();
+    // All before the first is armed: each one cancelled ends painting for the whole application.
+    for (const auto& layer : layers)
+        layer->cancelCurrentGraph();
+    std::shared_ptr<QZPaintGraph> armed;
+    for (const auto& layer : layers) {
+        const auto graph = layer->allocGraphWithType(type);
+        layer->setCurrentGraph(graph);
+        if (!graph)
             continue;
-        layer.currentGraph()->setThumbnail(imageThumbnail);
-        configs = layer.currentGraph()->editingConfigs();
+        graph->setThumbnail(imageThumbnail);
+        armed = graph;
     }
-    QZPaintGraphConfigWC::sharedWC().setEnabledConfigs(configs);
+    setStripConfigs(armed ? armed->editingConfigs() : QZGraphConfig::deleteGraph);
+    if (!armed)
+        closeConfigWindow();
 }
 
 void QZPaintSplitView::removeAllGraphs(QZPaintControl& /*sender*/)
 {
-    const QPointer<QZPaintSplitView> self(this); // a window may close under the question
+    const QPointer<QZPaintSplitView> self(this); // a window may close under the question, or when an observer is told
     const int answer = QZAlert::run({.message = QStringLiteral("您要删除所有画线吗？"),
                                      .buttons = {QStringLiteral("取消"), QStringLiteral("确定")}});
     if (answer != confirmButton || self == nullptr)
         return;
-    for (QZPaintManagerView* view : managerViews()) {
-        QZPaintLayer& layer = *view->paintLayer();
+    for (const auto& layer : paintLayers()) {
         {
-            const std::lock_guard lock(layer.graphs());
-            layer.graphs().removeAll();
+            const std::lock_guard lock(layer->graphs());
+            layer->graphs().removeAll();
         }
-        if (layer.currentGraph() && layer.currentGraph()->isEditing()) {
-            layer.currentGraph()->setEditing(false);
-            QZNotificationCenter::defaultCenter().post(QZPaintSyncGraphTypeNotification, layer.currentGraph().get());
+        const auto graph = layer->currentGraph();
+        if (graph && graph->isEditing()) {
+            graph->setEditing(false);
+            QZNotificationCenter::defaultCenter().post(QZPaintSyncGraphTypeNotification, graph.get());
         }
-        layer.cancelCurrentGraph();
-        view->displayPaintLayer();
+        layer->cancelCurrentGraph();
+        layer->setNeedsDisplay();
     }
-    closeConfigWindows();
+    if (self != nullptr)
+        closeConfigWindows();
 }
 
 void QZPaintSplitView::showOrHiddenAllGraphs(QZPaintControl& sender)
 {
-    for (QZPaintManagerView* view : managerViews()) {
-        QZPaintLayer& layer = *view->paintLayer();
-        layer.cancelCurrentGraph();
+    for (const auto& layer : allPaintLayers()) {
+        layer->cancelCurrentGraph();
         {
-            const std::lock_guard lock(layer.graphs());
-            const auto graphs = layer.graphs().snapshot();
+            const std::lock_guard lock(layer->graphs());
+            const auto graphs = layer->graphs().snapshot();
             for (const auto& graph : *graphs)
                 graph->setHidden(sender.isHidden());
         }
-        view->displayPaintLayer();
+        layer->setNeedsDisplay();
     }
 }
 
 void QZPaintSplitView::windowWillClosed(QZPaintControl& /*sender*/)
 {
-    for (QZPaintManagerView* view : managerViews()) {
-        QZPaintLayer& layer = *view->paintLayer();
-        if (!layer.currentGraph() || !layer.currentGraph()->isEditing())
+    for (const auto& layer : paintLayers()) {
+        if (!layer->currentGraph() || !layer->currentGraph()->isEditing())
             continue;
-        layer.cancelCurrentGraph();
-        view->displayPaintLayer();
+        layer->cancelCurrentGraph();
+        layer->setNeedsDisplay();
     }
 }
 
-std::vector<QZPaintLayer*> QZPaintSplitView::targetLayers() const
+std::vector<std::shared_ptr<QZPaintLayer>> QZPaintSplitView::paintLayers() const
 {
-    std::vector<QZPaintLayer*> layers;
-    if (activeView_ != nullptr)
-        layers.push_back(activeView_->paintLayer().get());
-    else
-        for (const QZPaintManagerView* view : managerViews())
-            layers.push_back(view->paintLayer().get());
+    std::vector<std::shared_ptr<QZPaintLayer>> layers;
+    for (const QZPaintManagerView* view : managerViews())
+        layers.push_back(view->paintLayer());
     return layers;
+}
+
+std::vector<std::shared_ptr<QZPaintLayer>> QZPaintSplitView::allPaintLayers()
+{
+    std::vector<std::shared_ptr<QZPaintLayer>> layers;
+    for (const QZPaintSplitView* split : splitViews())
+        std::ranges::copy(split->paintLayers(), std::back_inserter(layers));
+    return layers;
+}
+
+std::vector<std::shared_ptr<QZPaintLayer>> QZPaintSplitView::targetLayers() const
+{
+    if (activeView_ != nullptr)
+        return {activeView_->paintLayer()};
+    return paintLayers();
 }
 
 template <typename Change>
 void QZPaintSplitView::changeCurrentGraphs(Change change)
 {
-    for (const QZPaintLayer* layer : targetLayers())
-        if (layer->currentGraph())
-            change(*layer->currentGraph());
+    for (const auto& layer : targetLayers())
+        if (const auto graph = layer->currentGraph())
+            change(*graph);
 }
 
 // Only a text note has a text to edit.
@@ -169,7 +195,8 @@ void QZPaintSplitView::paintGraphConfigIsLockedDidChange(QZPaintGraphConfigWC& /
 
 void QZPaintSplitView::paintGraphConfigDidDelete(QZPaintGraphConfigWC& /*panel*/)
 {
-    for (QZPaintLayer* layer : targetLayers()) {
+    const auto layers = targetLayers();
+    for (const auto& layer : layers) {
         if (const auto graph = layer->currentGraph()) {
             const std::lock_guard lock(layer->graphs());
             layer->graphs().remove(graph.get());
@@ -177,6 +204,6 @@ void QZPaintSplitView::paintGraphConfigDidDelete(QZPaintGraphConfigWC& /*panel*/
         layer->cancelCurrentGraph();
     }
     closeConfigWindow();
-    for (QZPaintLayer* layer : targetLayers())
+    for (const auto& layer : layers)
         layer->setNeedsDisplay();
 }

@@ -23,7 +23,7 @@ TEST(ManagerView, RedrawsOnAThemeUntilItIsTakenOut)
     pane.paint();
     const std::unique_ptr<TestView> view(&pane.view(1));
     view->removeFromSuperview();
-    EXPECT_FALSE(layer->needsDisplay());
+    layer->contents(view->size(), 1.0);
     QZNotificationCenter::defaultCenter().post(style);
     EXPECT_FALSE(layer->needsDisplay());
     EXPECT_EQ(layer->managerView(), nullptr);

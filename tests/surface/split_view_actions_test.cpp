@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace {
@@ -19,19 +20,17 @@ protected:
         for (int i = 0; i < 2; ++i)
             levels[i] = panes.draw(QZSTHorizon, {{100, 200}}, i);
     }
-    void TearDown() override { QZPaintControl::sharedManager().resetAllButtons(true); }
+    void TearDown() override { palette.resetAllButtons(true); }
 
     static void press(QWidget& panel, const QString& name)
     {
         QTest::mouseClick(panel.findChild<QAbstractButton*>(name), Qt::LeftButton);
     }
-    static void pressPalette(QZShapeType type)
-    {
-        press(QZPaintControl::sharedManager().window(), strQZShapeType(type));
-    }
+    void pressPalette(QZShapeType type) { press(palette.window(), strQZShapeType(type)); }
     std::size_t count() { return panes.layer(0).graphs().count() + panes.layer(1).graphs().count(); }
 
     TestPane panes{{.panes = 2}};
+    QZPaintControl& palette = QZPaintControl::sharedManager();
     QZPaintGraphConfigWC& strip = QZPaintGraphConfigWC::sharedWC();
     std::shared_ptr<QZPaintGraph> levels[2];
 };
@@ -55,18 +54,78 @@ TEST_F(SplitViewActions, DeleteAllAsksFirst)
     pressPalette(QZSTToolDelete);
     EXPECT_EQ(count(), 0U);
     EXPECT_FALSE(panes.current(0) || panes.current(1));
-    EXPECT_EQ(QZPaintControl::sharedManager().selectedType(), QZShapeTypeNone);
+    EXPECT_EQ(palette.selectedType(), QZShapeTypeNone);
     QZAlert::setRunner(previous);
 }
 
-TEST_F(SplitViewActions, TheEyeHidesAndShowsEveryPane)
+TEST_F(SplitViewActions, TheEyeHidesAndShowsEveryPaneOfEveryWindow)
 {
+    TestPane other; // a second window, which the palette does not even serve
+    const auto level = other.draw(QZSTHorizon, {{100, 200}});
     for (const bool hidden : {true, false}) {
         pressPalette(QZSTToolEye);
-        EXPECT_EQ(levels[0]->isHidden(), hidden);
-        EXPECT_EQ(levels[1]->isHidden(), hidden);
-        EXPECT_EQ(panes.current(1), nullptr);
+        for (const auto& each : {levels[0], levels[1], level})
+            EXPECT_EQ(each->isHidden(), hidden);
+        EXPECT_FALSE(panes.current(1) || other.current());
     }
+}
+
+TEST_F(SplitViewActions, AToolIsArmedWhereItIsAccepted)
+{
+    const auto& button = *palette.window().findChild<QZPaintControlButton*>(strQZShapeType(QZSTHorizon));
+    ASSERT_FALSE(button.images().front().isNull());
+    constexpr std::array types{QZSTHorizon, QZSTRay}; // what a pane accepts
+    for (const auto& [first, second] : {std::pair(0, 0), std::pair(0, 1), std::pair(1, 1)}) {
+        SCOPED_TRACE(std::to_string(first) + std::to_string(second));
+        panes.view(0).types = types[static_cast<std::size_t>(first)];
+        panes.view(1).types = types[static_cast<std::size_t>(second)];
+        pressPalette(QZSTHorizon);
+        EXPECT_EQ(panes.current(0) && panes.current(0)->thumbnail() == button.images().front(), first == 0);
+        EXPECT_EQ(panes.current(1) && panes.current(1)->isEditing(), second == 0);
+        EXPECT_EQ(strip.enabledConfigs(), first == 0 ? 26U : 64U);
+        EXPECT_EQ(strip.window().isVisible(), first == 0);
+        EXPECT_EQ(TestPane::isPaintEditing(), first == 0);
+        palette.resetAllButtons(false);
+    }
+}
+
+TEST_F(SplitViewActions, TheChosenToolGoesAlongWithTheActiveWindow)
+{
+    auto other = std::make_unique<TestPane>();
+    other->split().setEnablePaintControl(true);
+    pressPalette(QZSTRay);
+    other->split().resetPiantConfigDelegate();
+    EXPECT_FALSE(panes.current(0) || panes.current(1));
+    ASSERT_TRUE(other->current());
+    EXPECT_FALSE(other->current()->thumbnail().isNull());
+    EXPECT_EQ(strip.window().chartWindow(), &other->split());
+    EXPECT_EQ(strip.delegate(), &other->split());
+    for (const bool isAgain : {false, true}) {
+        pressPalette(QZSTRay);
+        EXPECT_TRUE(TestPane::isPaintEditing()) << isAgain;
+        other->click({100, 100});
+        other->click({200, 150});
+        EXPECT_EQ(other->layer().graphs().count(), isAgain ? 2U : 1U);
+        EXPECT_EQ(palette.selectedType(), QZShapeTypeNone);
+    }
+    pressPalette(QZSTRay);
+    other.reset();
+    EXPECT_EQ(palette.selectedType(), QZShapeTypeNone);
+    EXPECT_FALSE(TestPane::isPaintEditing() || strip.window().isVisible());
+}
+
+TEST_F(SplitViewActions, TheStripServesTheWindowThatItIsOver)
+{
+    TestPane other;
+    other.draw(QZSTHorizon, {{100, 200}});
+    panes.split().resetPiantConfigDelegate(); // its window becomes active
+    panes.split().paintGraphConfigDidDelete(strip);
+    EXPECT_TRUE(strip.window().isVisible()) << "over the other window";
+    press(strip.window(), QStringLiteral("btnDelete"));
+    EXPECT_EQ(other.layer().graphs().count(), 0U);
+    EXPECT_FALSE(strip.window().isVisible());
+    panes.split().resetPiantConfigDelegate();
+    EXPECT_EQ(strip.delegate(), &panes.split());
 }
 
 TEST_F(SplitViewActions, TheStripServesTheActivePane)
@@ -90,7 +149,11 @@ TEST_F(SplitViewActions, TheStripServesTheActivePane)
     strip.setLineWidth(4);
     pressPalette(QZSTRay);
     EXPECT_EQ(panes.current(0)->lineWidth(), 4U);
-    QZPaintControl::sharedManager().window().show();
-    QZPaintControl::sharedManager().window().close();
+    panes.split().setActiveView(nullptr);
+    panes.split().paintGraphConfigStrokeColorDidChange(strip, Qt::red);
+    EXPECT_EQ(panes.current(0)->strokeColor(), QColor(Qt::red)) << "of every pane, without an active one";
+    EXPECT_EQ(panes.current(1)->strokeColor(), QColor(Qt::red));
+    palette.window().show();
+    palette.window().close();
     EXPECT_FALSE(panes.current(0) || panes.current(1)) << "closing the palette cancels what it armed";
 }

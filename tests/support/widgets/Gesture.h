@@ -8,16 +8,17 @@
 /// where the mouse is already is no event.
 class Gesture {
 public:
-    explicit Gesture(TestPane& pane, int index = 0)
-        : split_(pane.split()), view_(pane.view(index)), window_(split_.windowHandle())
+    explicit Gesture(TestPane& pane, int index = 0, Qt::MouseButton button = Qt::LeftButton)
+        : split_(pane.split()), view_(pane.view(index)), window_(split_.windowHandle()), button_(button)
     {}
 
-    Gesture& press(QZPoint p) { return QTest::mousePress(window_, Qt::LeftButton, {}, at(p)), *this; }
-    Gesture& release(QZPoint p) { return QTest::mouseRelease(window_, Qt::LeftButton, {}, at(p)), *this; }
+    Gesture& press(QZPoint p) { return QTest::mousePress(window_, button_, {}, at(p)), *this; }
+    Gesture& release(QZPoint p) { return QTest::mouseRelease(window_, button_, {}, at(p)), *this; }
     /// Without a button, or with it after press().
     Gesture& move(QZPoint p) { return QTest::mouseMove(window_, at(p)), *this; }
     Gesture& click(QZPoint p) { return move(p).press(p).release(p); }
-    Gesture& doubleClick(QZPoint p) { return QTest::mouseDClick(window_, Qt::LeftButton, {}, at(p)), *this; }
+    /// Makes the next press follow the last click at once; others come later than a double click could.
+    Gesture& soon() { return QTest::lastMouseTimestamp -= QTest::mouseDoubleClickInterval, *this; }
     /// In two steps, the first of 1 px.
     Gesture& drag(QZPoint from, QZPoint to) { return press(from).move({from.x + 1.0, from.y}).move(to).release(to); }
     Gesture& key(Qt::Key key) { return QTest::keyClick(&split_, key), *this; }
@@ -31,4 +32,5 @@ private:
     QZPaintSplitView& split_;
     TestView& view_;
     QWindow* window_;
+    Qt::MouseButton button_;
 };

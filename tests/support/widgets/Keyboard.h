@@ -4,7 +4,8 @@
 #include <QTest>
 #include <QWidget>
 
-/// Waits until `window` has the keyboard. Some styles call every tool window active: QWidget::isActiveWindow() won't do.
+/// Waits until `window` has the keyboard. Some styles call every tool window active: QWidget::isActiveWindow() won't
+/// do.
 inline bool getsKeyboard(const QWidget* window)
 {
     return QTest::qWaitFor([window] { return QApplication::activeWindow() == window; });

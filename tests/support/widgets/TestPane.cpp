@@ -1,5 +1,6 @@
 #include "support/widgets/TestPane.h"
 
+#include "platform/QZGlobalEnv.h"
 #include "support/widgets/Gesture.h"
 #include "surface/QZPaintActiveManager.h"
 
@@ -10,11 +11,11 @@ TestPane::TestPane(const Options& options)
 {
     const QSize size(static_cast<int>(options.frame.width), static_cast<int>(options.frame.height));
     for (int i = 0; i < options.panes; ++i) {
-        views_.push_back(new TestView(&split_));
-        split_.addWidget(views_.back());
+        views_.push_back(new TestView(split_.get()));
+        split_->addWidget(views_.back());
     }
-    split_.resize(size.width(), size.height() * options.panes + split_.handleWidth() * (options.panes - 1));
-    split_.show();
+    split_->resize(size.width(), size.height() * options.panes + split_->handleWidth() * (options.panes - 1));
+    split_->show();
     QCoreApplication::processEvents();
     for (TestView* view : views_) {
         view->setValidateRect(view->layerFrame());
@@ -25,6 +26,11 @@ TestPane::TestPane(const Options& options)
 TestPane::~TestPane()
 {
     QZPaintActiveManager::sharedManager().setCurrentActiveLayer(nullptr);
+}
+
+bool TestPane::isPaintEditing()
+{
+    return QZGlobalEnv::getShareInstance().globalContext(QZContextIsPaintEditing, QZContextIsPaintEditing).toBool();
 }
 
 void TestPane::click(QZPoint point, int index)
@@ -43,5 +49,5 @@ std::shared_ptr<QZPaintGraph> TestPane::draw(std::int64_t type, const std::vecto
 
 QImage TestPane::paint()
 {
-    return split_.grab().toImage();
+    return split_->grab().toImage();
 }

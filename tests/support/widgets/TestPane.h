@@ -5,6 +5,7 @@
 #include "surface/QZPaintManagerView.h"
 #include "surface/QZPaintSplitView.h"
 
+#include <memory>
 #include <vector>
 
 /// A manager view on a TestChart.
@@ -55,14 +56,18 @@ public:
     TestPane& operator=(const TestPane&) = delete;
     ~TestPane();
 
-    QZPaintSplitView& split() { return split_; }
+    QZPaintSplitView& split() { return *split_; }
+    /// Deletes the split view with its panes.
+    void close() { split_.reset(); }
     TestView& view(int index = 0) { return *views_.at(static_cast<std::size_t>(index)); }
     QZPaintLayer& layer(int index = 0) { return *view(index).paintLayer(); }
     TestChart& chart(int index = 0) { return view(index).testChart; }
     std::shared_ptr<QZPaintGraph> current(int index = 0) { return layer(index).currentGraph(); }
 
+    /// What the host reads in its context: mouse input belongs to a tool.
+    static bool isPaintEditing();
     /// Picks a tool, as the palette does.
-    void arm(std::int64_t type) { split_.changeShapeTo(type, {}); }
+    void arm(std::int64_t type) { split_->changeShapeTo(type, {}); }
     void click(QZPoint point, int index = 0);
     /// Arms `type`, clicks through `points` and returns what came of it.
     std::shared_ptr<QZPaintGraph> draw(std::int64_t type, const std::vector<QZPoint>& points, int index = 0);
@@ -71,6 +76,6 @@ public:
     QImage paint();
 
 private:
-    QZPaintSplitView split_{Qt::Vertical};
+    std::unique_ptr<QZPaintSplitView> split_ = std::make_unique<QZPaintSplitView>(Qt::Vertical);
     std::vector<TestView*> views_;
 };
