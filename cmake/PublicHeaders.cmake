@@ -1,4 +1,5 @@
-# What a host may include, and all that is installed. A header that is needed by one of these is one of these.
+# What a host may include, and all that is installed. What one of these includes is one of these: the build of
+# public_headers fails with "No such file" on one that is missing here.
 set(qz_public_headers
     model/QZDrawingTypes.h
     model/QZHostRecords.h
@@ -9,6 +10,7 @@ set(qz_public_headers
     model/QZPaintLogicAxis.h
     model/QZPaintNotifications.h
     model/QZPlaneGeometry.h
+    panels/QZColorPicker.h
     panels/QZInterfaceLoader.h
     panels/QZPaintControl.h
     panels/QZPaintControlButton.h
@@ -18,6 +20,10 @@ set(qz_public_headers
     panels/QZPaintGraphConfigTitleView.h
     panels/QZPaintGraphConfigWC.h
     panels/QZPaintGraphConfigWCDelegate.h
+    panels/QZPaintTextConfigWC.h
+    panels/QZPaintTextConfigWCDelegate.h
+    panels/QZPaintTextConfigWindow.h
+    panels/QZPaintTextField.h
     panels/QZPanelWindow.h
     panels/QZPopUpButton.h
     platform/QZAlert.h
@@ -29,6 +35,9 @@ set(qz_public_headers
     platform/QZGlobalEnv.h
     platform/QZGraphicsContext.h
     platform/QZHostNotifications.h
+    platform/QZLineClip.h
+    platform/QZLineDash.h
+    platform/QZLineStroker.h
     platform/QZLog.h
     platform/QZNotificationCenter.h
     platform/QZPainterContext.h
@@ -40,8 +49,19 @@ set(qz_public_headers
     surface/QZPaintManagerView.h
     surface/QZPaintSplitView.h
     surface/QZPaintStripHost.h
+    tools/QZPaintFans.h
+    tools/QZPaintLevels.h
+    tools/QZPaintMarks.h
+    tools/QZPaintMeasuring.h
+    tools/QZPaintParallelChannels.h
     tools/QZPaintRangeStatistics.h
-    tools/QZPaintToolTable.h)
+    tools/QZPaintRegression.h
+    tools/QZPaintShapes.h
+    tools/QZPaintStraightLines.h
+    tools/QZPaintTimeCycles.h
+    tools/QZPaintToolTable.h
+    tools/QZPaintWaveRules.h
+    tools/QZPaintWaves.h)
 
 # Compiles each public header alone, against nothing but the public headers and Qt.
 function(qz_check_public_headers target)

@@ -18,6 +18,8 @@ static void initTextConfigResources()
 
 namespace {
 
+constexpr std::int64_t initialSize = 12; // px, a new note's
+
 QWidget* createControl(const QString& className, const QString& /*name*/, QWidget* parent)
 {
     if (className == QLatin1String("QZPaintTextField"))
@@ -77,6 +79,7 @@ void QZPaintTextConfigWC::windowDidLoad()
     for (int i = 0; i < popSize_->count(); ++i)
         popSize_->setItemData(i, popSize_->itemText(i).toLongLong());
     setText(QStringLiteral("新建"));
+    setSize(initialSize);
     connect(txtText_, &QPlainTextEdit::textChanged, this, &QZPaintTextConfigWC::controlTextDidChange);
     connect(txtText_, &QZPaintTextField::editingEnded, this, &QZPaintTextConfigWC::editedText);
     connect(cwColor_, &QAbstractButton::clicked, this, [this] { colorPicker_.pick(*cwColor_); });

@@ -43,7 +43,7 @@ public:
     void setDelegate(QZPaintTextConfigWCDelegate* delegate);
     [[nodiscard]] QZPaintTextConfigWCDelegate* delegate() const;
 
-    /// "新建" at first.
+    /// "新建" at first, at a size of 12.
     void setText(const QString& text);
     [[nodiscard]] QString text() const { return txtText_->toPlainText(); }
 

@@ -2,6 +2,7 @@
 
 #include "panels/QZPaintControl.h"
 #include "panels/QZPaintGraphConfigWC.h"
+#include "panels/QZPaintTextConfigWC.h"
 
 void QZPanelDefaults::install()
 {
@@ -31,6 +32,18 @@ QColor QZPanelDefaults::fillColor() const
 {
     const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
     return strip == nullptr ? QZPaintDefaults::fillColor() : strip->fillColor();
+}
+
+QString QZPanelDefaults::text() const
+{
+    const QZPaintTextConfigWC* editor = QZPaintTextConfigWC::existing();
+    return editor == nullptr ? QZPaintDefaults::text() : editor->text();
+}
+
+double QZPanelDefaults::textSize() const
+{
+    const QZPaintTextConfigWC* editor = QZPaintTextConfigWC::existing();
+    return editor == nullptr || editor->size() == 0 ? QZPaintDefaults::textSize() : static_cast<double>(editor->size());
 }
 
 bool QZPanelDefaults::isMagnet() const

@@ -12,5 +12,7 @@ public:
     [[nodiscard]] double lineWidth() const override;
     [[nodiscard]] QColor strokeColor() const override;
     [[nodiscard]] QColor fillColor() const override;
+    [[nodiscard]] QString text() const override;
+    [[nodiscard]] double textSize() const override;
     [[nodiscard]] bool isMagnet() const override;
 };

@@ -6,6 +6,7 @@
 #include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintLayerHost.h"
 #include "surface/QZPaintManagerView.h"
+#include "tools/QZPaintMarks.h"
 #include "tools/QZPaintToolTable.h"
 
 #include <QKeyEvent>
@@ -167,6 +168,19 @@ void QZPaintLayer::mouseUp(QZPoint point)
         graph->mouseUp(point);
 }
 
+void QZPaintLayer::mouseDoubleClicked()
+{
+    if (const auto graph = currentGraph_)
+        orderFrontPaintTextConfigWindow(*graph);
+}
+
+void QZPaintLayer::orderFrontPaintTextConfigWindow(QZPaintGraph& graph)
+{
+    const auto* note = dynamic_cast<const QZPaintToolText*>(&graph);
+    if (note != nullptr && host() != nullptr)
+        host()->showTextPanel(*note, *managerView_);
+}
+
 QZPoint QZPaintLayer::precise(QZPoint point) const
 {
     return managerView_ == nullptr ? point : managerView_->convertToPrecisionPoint(point);
@@ -310,7 +324,7 @@ bool QZPaintLayer::closeConfigWindows()
 {
     if (!isActivePane() || QZPaintActiveManager::sharedManager().currentActiveLayer().get() != this)
         return false;
-    host()->hideStrip();
+    host()->hidePanels();
     return true;
 }
 

@@ -39,6 +39,8 @@ public:
     void mouseMoved(QZPoint point);
     void mouseDragged(QZPoint point);
     void mouseUp(QZPoint point);
+    /// Opens the text editor if the current figure is a note.
+    void mouseDoubleClicked();
     /// Escape cancels a figure in creation; Delete and Backspace remove the current figure.
     void keyDown(const QKeyEvent& event);
 
@@ -74,6 +76,7 @@ public:
     [[nodiscard]] bool isActivePane() const override;
     void removeGraph(const QZPaintGraph& graph) override;
     void setCursor(QZCursor cursor) override;
+    void orderFrontPaintTextConfigWindow(QZPaintGraph& graph) override;
     [[nodiscard]] const QZPaintChart* chart() const override;
     [[nodiscard]] QString description() const override;
 

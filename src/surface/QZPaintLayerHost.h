@@ -5,6 +5,7 @@
 class QWidget;
 class QZPaintGraph;
 class QZPaintManagerView;
+class QZPaintToolText;
 
 /// What a paint layer asks of the surroundings of its pane: the panels, and which pane the user works in.
 class QZPaintLayerHost {
@@ -18,7 +19,10 @@ public:
     /// it above the window of `view`.
     virtual void showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view) = 0;
     virtual void setStripConfigs(unsigned configs) = 0;
-    virtual void hideStrip() = 0;
+    /// Opens the text editor with the values of `note`, its top left corner on the note's, which lies in `view`.
+    virtual void showTextPanel(const QZPaintToolText& note, const QWidget& view) = 0;
+    /// Hides the strip and the text editor.
+    virtual void hidePanels() = 0;
     /// Makes the panels serve these panes. False for a pane that stands alone, which they show but cannot change.
     virtual bool takePanels() = 0;
     /// The palette's chosen tool, 0 for none.

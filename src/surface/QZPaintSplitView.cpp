@@ -9,6 +9,7 @@
 #include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintLayer.h"
 #include "surface/QZPaintManagerView.h"
+#include "tools/QZPaintMarks.h"
 
 #include <QChildEvent>
 #include <QGuiApplication>
@@ -170,7 +171,7 @@ void QZPaintSplitView::viewWillLeave(QZPaintManagerView& view)
     const bool isShownHere = strip != nullptr && strip->delegate() == this;
     if (isShownHere && std::ranges::none_of(
                            paintLayers(), [](const auto& graph) { return graph != nullptr; }, graphOf))
-        closeConfigWindow();
+        hidePanels();
 }
 
 bool QZPaintSplitView::mouseDown(QPointF location, int clickCount)
@@ -179,8 +180,13 @@ bool QZPaintSplitView::mouseDown(QPointF location, int clickCount)
     activeView_ = activeViewAtPoint(location);
     pressLocation_ = location;
     if (clickCount >= 2 && activeView_ != nullptr) {
+        const auto layer = activeView_->paintLayer();
+        const auto current = layer->currentGraph();
+        if (std::dynamic_pointer_cast<QZPaintToolText>(current)) {
+            layer->mouseDoubleClicked();
+            return false;
+        }
         // A double click on a figure is no second click on the chart.
-        const auto& current = activeView_->paintLayer()->currentGraph();
         if (current && (current->isEditing() || current->isSelected()))
             return false;
     }

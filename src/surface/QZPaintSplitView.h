@@ -2,6 +2,7 @@
 
 #include "panels/QZPaintControlWCDelegate.h"
 #include "panels/QZPaintGraphConfigWCDelegate.h"
+#include "panels/QZPaintTextConfigWCDelegate.h"
 #include "platform/QZGeometry.h"
 #include "surface/QZPaintManagerView.h"
 #include "surface/QZPaintStripHost.h"
@@ -16,21 +17,23 @@
 #include <vector>
 
 class QZPaintLayer;
+class QZPanelWindow;
 
 /// Stacks the chart panes of one window. It routes mouse and keys: it activates the pane that is clicked and hands
-/// every event to the right pane's paint layer, in that pane's coordinates. And it is the delegate of the tool palette
-/// and of the graph configuration strip: what is picked there lands on its panes. Widgets in it that are no manager
-/// views only take part in the layout.
+/// every event to the right pane's paint layer, in that pane's coordinates. And it is the delegate of the tool palette,
+/// of the graph configuration strip and of the text editor: what is picked there lands on its panes. Widgets in it that
+/// are no manager views only take part in the layout.
 ///
-/// Several windows share one palette and one strip. The palette's tool is armed in the split view that is its delegate
-/// and goes along when another one becomes it; the eye works on all of them. The strip acts on the window that it is
-/// shown over, whichever one is active.
+/// Several windows share one palette, one strip and one editor. The palette's tool is armed in the split view that is
+/// its delegate and goes along when another one becomes it; the eye works on all of them. The strip acts on the window
+/// that it is shown over, whichever one is active.
 ///
 /// An observer of any notification may delete panes, or the split view itself, while an event is handled.
 class QZPaintSplitView : public QSplitter,
                          public QZPaintStripHost,
                          public QZPaintControlWCDelegate,
-                         public QZPaintGraphConfigWCDelegate {
+                         public QZPaintGraphConfigWCDelegate,
+                         public QZPaintTextConfigWCDelegate {
     Q_OBJECT
 public:
     explicit QZPaintSplitView(Qt::Orientation orientation, QWidget* parent = nullptr);
@@ -59,7 +62,8 @@ public:
     /// here instead of there. A strip that is shown over another window keeps its delegate. A host with several chart
     /// windows calls it for the one that becomes active.
     void resetPiantConfigDelegate();
-    /// Hides the strip; false, with nothing done, unless the active pane's layer is the application's active one.
+    /// Hides strip and text editor; false, with nothing done, unless the active pane's layer is the application's
+    /// active one.
     bool closeConfigWindows();
 
     // What the palette asks, of every pane.
@@ -83,11 +87,19 @@ public:
     void paintGraphConfigIsLockedDidChange(QZPaintGraphConfigWC& panel, bool isLocked) override;
     void paintGraphConfigDidDelete(QZPaintGraphConfigWC& panel) override;
 
+    // What the text editor asks, of the same figure if it is a note.
+
+    void paintTextConfigTextDidChange(QZPaintTextConfigWC& panel, const QString& text) override;
+    /// The strip shows the colour as well.
+    void paintTextConfigColorDidChange(QZPaintTextConfigWC& panel, const QColor& color) override;
+    void paintTextConfigSizeDidChange(QZPaintTextConfigWC& panel, std::int64_t size) override;
+
     // What the layers of its panes ask, beyond what the panels answer.
 
     /// Makes this view the strip's delegate as well: it acts on what it shows.
     void showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view) override;
-    void hideStrip() override { closeConfigWindow(); }
+    void showTextPanel(const QZPaintToolText& note, const QWidget& view) override;
+    void hidePanels() override;
     bool takePanels() override;
     [[nodiscard]] bool isActivePane(const QZPaintManagerView& view) const override { return activeView_ == &view; }
 
@@ -132,10 +144,12 @@ private:
     [[nodiscard]] std::vector<std::shared_ptr<QZPaintLayer>> paintLayers() const;
     /// The layers that a panel's action works on.
     [[nodiscard]] std::vector<std::shared_ptr<QZPaintLayer>> targetLayers() const;
-    /// Takes the strip off this window, unless it has gone over to another one.
-    void closeConfigWindow();
+    /// Takes `panel` off this window, unless it has gone over to another one.
+    void closePanel(QZPanelWindow& panel);
     template <typename Change>
     void changeCurrentGraphs(Change change);
+    template <typename Change>
+    void changeCurrentNotes(Change change);
     /// Every split view of the application.
     static std::vector<QZPaintSplitView*>& splitViews();
     static std::vector<std::shared_ptr<QZPaintLayer>> allPaintLayers();

@@ -1,11 +1,14 @@
 #include "panels/QZPaintControl.h"
 #include "panels/QZPaintGraphConfigWC.h"
+#include "panels/QZPaintTextConfigWC.h"
 #include "panels/QZPanelWindow.h"
 #include "platform/QZAlert.h"
+#include "platform/QZFont.h"
 #include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintLayer.h"
 #include "surface/QZPaintManagerView.h"
 #include "surface/QZPaintSplitView.h"
+#include "tools/QZPaintMarks.h"
 
 #include <algorithm>
 #include <iterator>
@@ -29,16 +32,25 @@ void QZPaintSplitView::resetPiantConfigDelegate()
 {
     if (enablePaintControl_)
         QZPaintControl::sharedManager().setDelegate(this);
-    QZPaintGraphConfigWC& strip = QZPaintGraphConfigWC::sharedWC();
-    const QWidget* chart = strip.window().chartWindow();
-    if (chart == nullptr || chart == window())
-        strip.setDelegate(this);
+    const auto serve = [this](auto& panel) {
+        const QWidget* chart = panel.window().chartWindow();
+        if (chart == nullptr || chart == window())
+            panel.setDelegate(this);
+    };
+    serve(QZPaintGraphConfigWC::sharedWC());
+    serve(QZPaintTextConfigWC::sharedWC());
 }
 
 void QZPaintSplitView::showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view)
 {
     QZPaintStripHost::showStrip(figure, configs, view);
     QZPaintGraphConfigWC::sharedWC().setDelegate(this);
+}
+
+void QZPaintSplitView::showTextPanel(const QZPaintToolText& note, const QWidget& view)
+{
+    QZPaintStripHost::showTextPanel(note, view);
+    QZPaintTextConfigWC::sharedWC().setDelegate(this);
 }
 
 bool QZPaintSplitView::takePanels()
@@ -52,17 +64,23 @@ bool QZPaintSplitView::closeConfigWindows()
     const auto layer = activeView_ == nullptr ? nullptr : activeView_->paintLayer();
     if (layer != QZPaintActiveManager::sharedManager().currentActiveLayer())
         return false;
-    closeConfigWindow();
+    hidePanels();
     return true;
 }
 
-void QZPaintSplitView::closeConfigWindow()
+void QZPaintSplitView::closePanel(QZPanelWindow& panel)
 {
-    QZPanelWindow& strip = QZPaintGraphConfigWC::sharedWC().window();
-    if (strip.chartWindow() != nullptr && strip.chartWindow() != window())
+    if (panel.chartWindow() != nullptr && panel.chartWindow() != window())
         return;
-    strip.removeFromWindowOf(*this);
-    strip.hide();
+    panel.removeFromWindowOf(*this);
+    panel.hide();
+}
+
+void QZPaintSplitView::hidePanels()
+{
+    closePanel(QZPaintGraphConfigWC::sharedWC().window());
+    if (auto* editor = QZPaintTextConfigWC::existing())
+        closePanel(editor->window());
 }
 
 void QZPaintSplitView::changeShapeTo(std::int64_t type, const QImage& imageThumbnail)
@@ -82,7 +100,7 @@ void QZPaintSplitView::changeShapeTo(std::int64_t type, const QImage& imageThumb
     }
     setStripConfigs(armed ? armed->editingConfigs() : QZGraphConfig::deleteGraph);
     if (!armed)
-        closeConfigWindow();
+        hidePanels();
 }
 
 void QZPaintSplitView::removeAllGraphs(QZPaintControl& /*sender*/)
@@ -164,8 +182,11 @@ void QZPaintSplitView::changeCurrentGraphs(Change change)
             change(*graph);
 }
 
-// Only a text note has a text to edit.
-void QZPaintSplitView::paintGraphConfigDidEdit(QZPaintGraphConfigWC& /*panel*/) {}
+void QZPaintSplitView::paintGraphConfigDidEdit(QZPaintGraphConfigWC& /*panel*/)
+{
+    for (const auto& layer : targetLayers())
+        layer->mouseDoubleClicked();
+}
 
 void QZPaintSplitView::paintGraphConfigStrokeColorDidChange(QZPaintGraphConfigWC& /*panel*/, const QColor& color)
 {
@@ -203,7 +224,39 @@ void QZPaintSplitView::paintGraphConfigDidDelete(QZPaintGraphConfigWC& /*panel*/
         }
         layer->cancelCurrentGraph();
     }
-    closeConfigWindow();
+    hidePanels();
     for (const auto& layer : layers)
         layer->setNeedsDisplay();
+}
+
+template <typename Change>
+void QZPaintSplitView::changeCurrentNotes(Change change)
+{
+    changeCurrentGraphs([&change](QZPaintGraph& graph) {
+        if (auto* note = dynamic_cast<QZPaintToolText*>(&graph))
+            change(*note);
+    });
+}
+
+void QZPaintSplitView::paintTextConfigTextDidChange(QZPaintTextConfigWC& /*panel*/, const QString& text)
+{
+    changeCurrentNotes([&text](QZPaintToolText& note) { note.setText(text); });
+}
+
+void QZPaintSplitView::paintTextConfigColorDidChange(QZPaintTextConfigWC& /*panel*/, const QColor& color)
+{
+    changeCurrentNotes([&color](QZPaintToolText& note) {
+        note.setStrokeColor(color);
+        QZPaintGraphConfigWC::sharedWC().setStrokeColor(color);
+    });
+}
+
+void QZPaintSplitView::paintTextConfigSizeDidChange(QZPaintTextConfigWC& /*panel*/, std::int64_t size)
+{
+    changeCurrentNotes([size](QZPaintToolText& note) {
+        note.setFont(labelFont(static_cast<double>(size)));
+        // A font by itself asks for no redraw.
+        if (const auto owner = note.layer())
+            owner->setNeedsDisplay();
+    });
 }

@@ -3,6 +3,8 @@
 #include "model/QZPaintGraph.h"
 #include "panels/QZPaintControl.h"
 #include "panels/QZPaintGraphConfigWC.h"
+#include "panels/QZPaintTextConfigWC.h"
+#include "tools/QZPaintMarks.h"
 
 void QZPaintStripHost::showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view)
 {
@@ -19,6 +21,18 @@ void QZPaintStripHost::showStrip(const QZPaintGraph& figure, unsigned configs, c
 void QZPaintStripHost::setStripConfigs(unsigned configs)
 {
     QZPaintGraphConfigWC::sharedWC().setEnabledConfigs(configs);
+}
+
+void QZPaintStripHost::showTextPanel(const QZPaintToolText& note, const QWidget& view)
+{
+    QZPaintTextConfigWC& editor = QZPaintTextConfigWC::sharedWC();
+    editor.setText(note.text());
+    editor.setColor(note.strokeColor());
+    editor.setSize(note.font().pixelSize());
+    // Overlaps the note by the 1 px of its border.
+    const QZPoint topLeft = note.topLeftLocation();
+    const QPointF corner(topLeft.x, view.height() - (topLeft.y + 1.0));
+    editor.orderFront(view, view.mapToGlobal(corner).toPoint());
 }
 
 std::int64_t QZPaintStripHost::armedType() const

@@ -3,12 +3,13 @@
 #include "surface/QZPaintLayerHost.h"
 
 /// The shared panels as every layer sees them. By itself it is the host of a pane that stands in no split view: its
-/// figures show in the strip, and nobody hides the strip for it.
+/// figures show in the strip, and nobody hides the panels for it.
 class QZPaintStripHost : public QZPaintLayerHost {
 public:
     void showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view) override;
     void setStripConfigs(unsigned configs) override;
-    void hideStrip() override {}
+    void showTextPanel(const QZPaintToolText& note, const QWidget& view) override;
+    void hidePanels() override {}
     bool takePanels() override { return false; }
     [[nodiscard]] std::int64_t armedType() const override;
     [[nodiscard]] bool isActivePane(const QZPaintManagerView& /*view*/) const override { return false; }

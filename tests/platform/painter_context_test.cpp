@@ -286,7 +286,7 @@ TEST(PainterContext, WhatCannotBeDrawnDrawsNothing)
 
 TEST(PainterContext, StateComesBackAndWidthsHaveBounds)
 {
-    const Draw level = segment({0, 10}, {20, 10});
+    const Draw level = polyline({{0, 10}, {20, 10}});
     const QImage plain = painted(level, 20);
     const Pen other{7, {2, 2}, 1, QZLineCap::Round, QZLineJoin::Round, Qt::red};
     const auto nested = [&](QZGraphicsContext& context) {
@@ -295,6 +295,7 @@ TEST(PainterContext, StateComesBackAndWidthsHaveBounds)
         context.clearRect({0, 0, 20, 20});
         context.restoreState();
         context.restoreState();
+        polyline({{0, 0}, {20, infinity}})(context);
         level(context);
     };
     EXPECT_EQ(painted(nested, 20), plain);
@@ -321,13 +322,14 @@ TEST(PainterContext, AVectorFileGetsWholeLinesDashesAndText)
     QPainter painter(&generator);
     {
         QZPainterContext context(painter, 100, QZPainterContext::Edges::Exact);
-        with({.width = 2, .dash = {10, 5, 2}}, polyline({{-90000, 49.75}, {50, 49.75}, {60, 20}}))(context);
+        with({.width = 2, .dash = {10, 5, 2}, .phase = 4}, polyline({{-90000, 49.75}, {50, 49.75}, {60, 20}}))(context);
         context.clearRect({0, 0, 100, 100});
         context.drawText(QStringLiteral("12.50"), systemFont(12), Qt::black, {5, 5, 40, 15});
     }
     painter.end();
     const QByteArray text = svg.data();
-    for (const char* part : {"stroke-dasharray=\"10,5,2,10,5,2\"", "M-90000,50.25 L50,50.25 L60,80", ">12.50</text>"})
+    for (const char* part : {"stroke-dasharray=\"10,5,2,10,5,2\" stroke-dashoffset=\"4\"",
+                             "M-90000,50.25 L50,50.25 L60,80", ">12.50</text>"})
         EXPECT_TRUE(text.contains(part)) << part << " in\n" << text.toStdString();
     EXPECT_EQ(text.count("<poly") + text.count("<path"), 1) << text.toStdString();
 }

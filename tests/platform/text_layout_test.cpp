@@ -42,19 +42,20 @@ TEST(Text, IsDrawnInTheBoxThatItMeasures)
          {u"gjpq\nÄÅg"_s, u"新建\r\n线新"_s, u"⬆\uFE0E"_s, u"😀"_s, u"a\tg"_s, u"שלום"_s, u"1.00\u2028\t1"_s}) {
         SCOPED_TRACE(text.toStdString());
         const QZTextSize size = measureText(text, font);
-        // What is wiped stops short of the box's right and bottom edges by `rest` px.
-        const auto isInkLeft = [&](double rest) {
+        // What is wiped stops short of the box's right and bottom edges.
+        const auto isInkLeft = [&](double right, double bottom) {
             QImage image(200, 100, QImage::Format_ARGB32_Premultiplied);
             image.fill(Qt::transparent);
             QPainter painter(&image);
             QZPainterContext context(painter, image.height(), QZPainterContext::Edges::PixelSnapped);
             context.drawText(text, font, Qt::black, {50, 20, size.width, size.height});
-            context.clearRect({49, 19 + rest, size.width + 2 - rest, size.height + 2 - rest});
+            context.clearRect({49, 19 + bottom, size.width + 2 - right, size.height + 2 - bottom});
             QImage blank = image;
             blank.fill(Qt::transparent);
             return image != blank;
         };
-        EXPECT_FALSE(isInkLeft(0.0));
-        EXPECT_TRUE(isInkLeft(9.0));
+        EXPECT_FALSE(isInkLeft(0.0, 0.0));
+        EXPECT_TRUE(isInkLeft(9.0, 0.0));
+        EXPECT_TRUE(isInkLeft(0.0, 9.0));
     }
 }

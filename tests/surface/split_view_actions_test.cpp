@@ -1,7 +1,9 @@
 #include "panels/QZPaintControl.h"
 #include "panels/QZPaintGraphConfigWC.h"
+#include "panels/QZPaintTextConfigWC.h"
 #include "platform/QZAlert.h"
 #include "support/widgets/Gesture.h"
+#include "tools/QZPaintMarks.h"
 
 #include <QAbstractButton>
 
@@ -156,4 +158,49 @@ TEST_F(SplitViewActions, TheStripServesTheActivePane)
     palette.window().show();
     palette.window().close();
     EXPECT_FALSE(panes.current(0) || panes.current(1)) << "closing the palette cancels what it armed";
+}
+
+TEST_F(SplitViewActions, TheEditorWorksOnTheNoteItWasOpenedFor)
+{
+    auto& editor = QZPaintTextConfigWC::sharedWC();
+    auto& field = *editor.window().findChild<QZPaintTextField*>();
+    const auto note = panes.draw(QZSTToolText, {{150, 100}});
+    ASSERT_TRUE(editor.window().isVisible()) << "opened by placing the note";
+    EXPECT_EQ(editor.text(), QStringLiteral("新建"));
+    const auto corner = std::static_pointer_cast<QZPaintToolText>(note)->topLeftLocation();
+    const QPoint inView(qRound(corner.x), qRound(panes.view().height() - corner.y - 1));
+    EXPECT_EQ(editor.window().pos(), panes.view().mapToGlobal(inView));
+    QTest::keyClicks(&field, QStringLiteral("top"));
+    EXPECT_EQ(note->text(), QStringLiteral("top"));
+    editor.setColor(Qt::blue);
+    editor.selectedColor();
+    EXPECT_EQ(note->strokeColor(), QColor(Qt::blue));
+    EXPECT_EQ(strip.strokeColor(), QColor(Qt::blue)) << "the strip agrees";
+    editor.setSize(24);
+    panes.paint();
+    editor.selectedSize();
+    EXPECT_EQ(note->font().pixelSize(), 24);
+    EXPECT_TRUE(panes.layer().needsDisplay());
+    editor.editedText();
+
+    Gesture(panes).click({152, 100}).soon().click({152, 100});
+    EXPECT_TRUE(editor.window().isVisible()) << "opened by a double click";
+    EXPECT_EQ(editor.size(), 24);
+    panes.click({300, 250});
+    EXPECT_FALSE(editor.window().isVisible()) << "gone with the selection";
+
+    panes.click({152, 100});
+    EXPECT_FALSE(editor.window().isVisible()) << "a click selects";
+    press(strip.window(), QStringLiteral("btnEdit"));
+    EXPECT_TRUE(editor.window().isVisible()) << "opened by the strip";
+    panes.click({100, 200});
+    ASSERT_EQ(panes.current(), levels[0]);
+    editor.setText(QStringLiteral("no note"));
+    editor.setColor(Qt::red);
+    panes.split().paintTextConfigTextDidChange(editor, editor.text());
+    panes.split().paintTextConfigColorDidChange(editor, editor.color());
+    EXPECT_NE(levels[0]->text(), QStringLiteral("no note"));
+    EXPECT_NE(levels[0]->strokeColor(), QColor(Qt::red));
+    editor.setText(QStringLiteral("新建"));
+    editor.setSize(12);
 }

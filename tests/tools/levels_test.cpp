@@ -57,9 +57,9 @@ TEST_F(Levels, LinesCaptionsAndDistances)
 
 TEST_F(Levels, LargePricesAndWidths)
 {
-    chart.fromPoint.answerWith([](QZPoint) { return QZPaintLogicAxis{20240010, 0, 2.5e6}; });
+    chart.fromPoint.answerWith([](QZPoint p) { return QZPaintLogicAxis{20240010, 0, p.x < 400 ? 2.5e6 : 1}; });
     chart.fromAxis.answerWith([](const QZPaintLogicAxis&) { return QZPoint{100, 200}; });
-    const Lines lines = drawn(*tool(QZSTPercentage, {{100, 200}}, 2));
+    const Lines lines = drawn(*tool(QZSTGoldenSection, {{100, 200}}, 2));
     EXPECT_EQ(lines.at(2), "text \"250.00万\" 150,200 11px #010203");
-    EXPECT_EQ(lines.at(6), "segment 100,200-100,200 w2 #010203 dash 10,6");
+    EXPECT_EQ(lines.at(6), "segment 0,200-400,200 w2 #010203 dash 10,6");
 }
