@@ -2,7 +2,6 @@
 
 #include "model/QZPaintNotifications.h"
 #include "platform/QZGlobalEnv.h"
-#include "platform/QZPainterContext.h"
 #include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintLayerHost.h"
 #include "surface/QZPaintManagerView.h"
@@ -10,10 +9,8 @@
 #include "tools/QZPaintToolTable.h"
 
 #include <QKeyEvent>
-#include <QPainter>
 
 #include <algorithm>
-#include <span>
 
 namespace {
 
@@ -21,12 +18,6 @@ namespace {
 void setPaintEditing(bool editing)
 {
     QZGlobalEnv::getShareInstance().setGlobalContext(QZContextIsPaintEditing, QZContextIsPaintEditing, editing);
-}
-
-/// The latest ones, as many as are drawn.
-std::span<const std::shared_ptr<QZPaintGraph>> drawnOf(const QZGraphSet::Members& graphs)
-{
-    return std::span(graphs).last(std::min(graphs.size(), static_cast<std::size_t>(maxGraphCount)));
 }
 
 std::shared_ptr<QZPaintGraph> nearestGraph(const QZGraphSet::Members& graphs, QZPoint point)
@@ -66,22 +57,6 @@ std::shared_ptr<QZPaintGraph> QZPaintLayer::allocGraphWithType(std::int64_t type
     graph->setLayer(shared_from_this());
     graph->setSelected(true);
     return graph;
-}
-
-void QZPaintLayer::followChart()
-{
-    if (!arePointsStale_)
-        return;
-    arePointsStale_ = false;
-    const std::lock_guard lock(graphs_);
-    const auto graphs = graphs_.snapshot();
-    // As drawing does, this leaves alone what nobody sees: the chart may delete what it cannot place.
-    for (const auto& graph : drawnOf(*graphs))
-        if (!graph->isHidden())
-            graph->reloadKeyPoints();
-    const auto current = currentGraph_;
-    if (current && current->isEditing())
-        current->reloadKeyPoints();
 }
 
 std::shared_ptr<QZPaintGraph> QZPaintLayer::getClosedGraph(QZPoint point)
@@ -300,14 +275,6 @@ void QZPaintLayer::setMouseInside(bool inside)
     setNeedsDisplay();
 }
 
-void QZPaintLayer::reloadGraphFontAndColor()
-{
-    const std::lock_guard lock(graphs_);
-    const auto graphs = graphs_.snapshot();
-    for (const auto& graph : *graphs)
-        graph->reloadFontAndColor();
-}
-
 QZPaintLayerHost* QZPaintLayer::host() const
 {
     return managerView_ == nullptr ? nullptr : &managerView_->layerHost();
@@ -326,48 +293,6 @@ bool QZPaintLayer::closeConfigWindows()
         return false;
     host()->hidePanels();
     return true;
-}
-
-void QZPaintLayer::drawInContext(QZGraphicsContext& context)
-{
-    const std::lock_guard lock(graphs_);
-    const auto graphs = graphs_.snapshot();
-    for (const auto& graph : drawnOf(*graphs))
-        graph->drawInContext(context);
-    const auto current = currentGraph_;
-    if (current && !graphs_.contains(current.get()))
-        current->drawInContext(context);
-}
-
-const QImage& QZPaintLayer::contents(QSize size, double devicePixelRatio)
-{
-    const QSize pixels = (QSizeF(size) * devicePixelRatio).toSize();
-    const bool fits = contents_.size() == pixels && contents_.devicePixelRatio() == devicePixelRatio;
-    if (fits && !needsDisplay_)
-        return contents_;
-    needsDisplay_ = false;
-    arePointsStale_ = false;
-    if (!fits) {
-        contents_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-        contents_.setDevicePixelRatio(devicePixelRatio);
-    }
-    contents_.fill(Qt::transparent);
-    if (contents_.isNull())
-        return contents_;
-    QPainter painter(&contents_);
-    if (managerView_ != nullptr)
-        painter.setClipRect(managerView_->flippedValidateRect());
-    QZPainterContext context(painter, size.height(), QZPainterContext::Edges::PixelSnapped);
-    drawInContext(context);
-    return contents_;
-}
-
-void QZPaintLayer::setNeedsDisplay()
-{
-    needsDisplay_ = true;
-    arePointsStale_ = true;
-    if (managerView_ != nullptr)
-        managerView_->updateOverlay();
 }
 
 QZRect QZPaintLayer::frame() const
