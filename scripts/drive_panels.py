@@ -15,9 +15,14 @@ import time
 
 LINE_COLOUR = "#FE6400"
 # Middles of the palette's buttons (px in its window): six columns, then the row of functions.
-COLUMN, FIRST_COLUMN, LINES_ROW, FUNCTIONS_ROW = 28, 20, 31, 317
+COLUMN, FIRST_COLUMN, ROW, LINES_ROW, FUNCTIONS_ROW = 28, 20, 42, 31, 317
 SEGMENT, RAY, HORIZON = 0, 1, 4
 MAGNET, EYE, DELETE_ALL = 0, 1, 2
+# One tool of each family: its row and column, and how many points it has.
+FAMILIES = {"channel": (1, 0, 3), "fan": (1, 3, 2), "levels": (2, 0, 2), "regression": (2, 3, 2), "cycle": (3, 0, 2),
+            "waves": (4, 0, 4), "shape": (5, 0, 3), "range rule": (6, 1, 2), "mark": (6, 3, 1)}
+NOTE = (6, 5)
+POINTS = ((0.45, 0.50), (0.60, 0.25), (0.70, 0.45), (0.80, 0.20))
 
 
 def run(*command):
@@ -135,8 +140,8 @@ class Session:
     def volumes(self, name):
         return line_pixels(self.user.look(name), self.area(0.76, 0.92))
 
-    def press_tool(self, column):
-        self.user.click(self.palette.at(FIRST_COLUMN + COLUMN * column, LINES_ROW))
+    def press_tool(self, column, row=0):
+        self.user.click(self.palette.at(FIRST_COLUMN + COLUMN * column, LINES_ROW + ROW * row))
 
     def press_function(self, column):
         self.user.click(self.palette.at(FIRST_COLUMN + COLUMN * column, FUNCTIONS_ROW))
@@ -198,11 +203,8 @@ class Session:
         before = self.user.look("before the divider")
         self.user.drag(self.point(0.5, 0.7425), self.point(0.5, 0.60))
         after = self.user.look("divider")
-        x, y, width, height = self.area(0.62, 0.70)
-        crop = f"{width}x{height}+{x}+{y}"
-        changed = subprocess.run(["compare", "-metric", "AE", "-extract", crop, before, after, "null:"],
-                                 capture_output=True, text=True).stderr
-        expect(float(changed.split()[0]) > 1000, "the divider moves")
+        changed = self.difference(before, after, 0.62, 0.70)
+        expect(changed > 1000, "the divider moves")
 
     def hide_and_show(self):
         shown = self.candles("before hiding")
@@ -225,6 +227,45 @@ class Session:
         self.user.key("Tab")
         self.user.key("space")
         expect(self.candles("deleted") == 0, "yes deletes every figure")
+
+    def draw_families(self):
+        """Each is drawn, pulled by its first point and deleted, so that nothing lies over the next one."""
+        for name, (row, column, count) in FAMILIES.items():
+            before = self.user.look(f"before {name}")
+            self.press_tool(column, row)
+            for x, y in POINTS[:count]:
+                self.user.click(self.point(x, y))
+            drawn = self.user.look(name)
+            expect(self.difference(before, drawn) > 30, f"a {name} in the candle pane")
+            x, y = POINTS[0]
+            self.user.drag(self.point(x, y), self.point(x - 0.1, y - 0.2))
+            expect(self.difference(drawn, self.user.look(f"{name} pulled")) > 30, f"a {name} follows its point")
+            self.user.key("Delete")
+            self.user.move(self.point(0.5, 0.1))
+            left = self.difference(before, self.user.look(f"{name} deleted"))
+            expect(left < 100, f"nothing is left of a deleted {name}, but {left} px are")
+
+    def write_note(self):
+        self.press_tool(NOTE[1], NOTE[0])
+        self.user.click(self.point(0.45, 0.4))
+        wait_for("the editor of the note", lambda: Window.find("^Text$"), 5)
+        run("xdotool", "type", "--delay", "50", "first top")
+        run("xdotool", "key", "shift+Return")
+        run("xdotool", "type", "--delay", "50", "12.50")
+        written = self.user.look("note in its editor")
+        self.user.key("Return")
+        wait_for("Return closes the editor", lambda: not Window.find("^Text$"), 5)
+        self.expect_keyboard("writing a note")
+        expect(self.difference(written, self.user.look("note")) > 100, "the editor leaves the screen")
+        self.user.click(self.point(0.7, 0.15))
+        return self.candles("note on the chart")
+
+    def difference(self, before, after, top=0.12, bottom=0.70):
+        """Pixels of a band of the chart that changed, of the candle pane if none is named."""
+        x, y, width, height = self.area(top, bottom)
+        text = subprocess.run(["compare", "-metric", "AE", "-extract", f"{width}x{height}+{x}+{y}", before, after, "null:"],
+                              capture_output=True, text=True).stderr
+        return int(float(text.split()[0]))
 
     def quit(self, program):
         self.press_function(MAGNET)
@@ -251,7 +292,11 @@ def main():
             session.move_divider()
             session.hide_and_show()
             session.delete_all()
+            session.draw_families()
+            note = session.write_note()
             session.quit(chart)
+            chart = subprocess.Popen([program], env=environment)
+            expect(Session(session.user).candles("after a restart") == note, "the note is back after a restart")
         except AssertionError as failed:
             run("import", "-window", "root", os.path.join(folder, "failed.png"))
             print(f"drive_panels: failed: {failed}; pictures in {folder}", file=sys.stderr)
