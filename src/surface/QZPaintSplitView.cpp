@@ -119,6 +119,7 @@ QZPoint QZPaintSplitView::pointIn(const QZPaintManagerView& view, QPointF locati
     return {local.x(), view.height() - local.y()};
 }
 
+// A pane that was just hidden keeps its frame until the next layout.
 bool QZPaintSplitView::isInFrame(const QZPaintManagerView& view, QPointF location)
 {
     const QRectF frame = view.geometry();
@@ -193,7 +194,7 @@ bool QZPaintSplitView::mouseDown(QPointF location, int clickCount)
     forEachView([this, location](const QZPaintManagerView& view) {
         const auto layer = view.paintLayer();
         const QZPoint point = pointIn(view, location);
-        if (!view.isHidden() && view.validateRect().contains(point))
+        if (view.validateRect().contains(point))
             layer->mouseDown(point);
     });
     return self != nullptr;
@@ -205,7 +206,7 @@ void QZPaintSplitView::mouseMoved(QPointF location)
         const auto layer = view.paintLayer();
         const QZPoint point = pointIn(view, location);
         layer->setMouseInside(isInFrame(view, location));
-        if (!view.isHidden() && view.validateRect().contains(point))
+        if (view.validateRect().contains(point))
             layer->mouseMoved(point);
     });
 }

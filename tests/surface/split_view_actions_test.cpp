@@ -132,6 +132,9 @@ TEST_F(SplitViewActions, TheStripServesTheWindowThatItIsOver)
 
 TEST_F(SplitViewActions, TheStripServesTheActivePane)
 {
+    palette.window().show();
+    palette.window().close();
+    EXPECT_TRUE(levels[1]->isSelected()) << "nothing was armed";
     EXPECT_EQ(strip.enabledConfigs(), 26U + 64U);
     panes.split().paintGraphConfigStrokeColorDidChange(strip, Qt::blue);
     panes.split().paintGraphConfigFillColorDidChange(strip, Qt::green);
