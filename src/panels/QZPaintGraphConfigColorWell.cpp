@@ -1,7 +1,6 @@
 #include "panels/QZPaintGraphConfigColorWell.h"
 
 #include <QPainter>
-#include <QStyleOptionFocusRect>
 
 namespace {
 
@@ -64,9 +63,7 @@ void QZPaintGraphConfigColorWell::paintEvent(QPaintEvent* /*event*/)
     }
     painter.drawRect(outline);
     if (hasFocus()) {
-        QStyleOptionFocusRect option;
-        option.initFrom(this);
-        option.rect = rect().adjusted(1, 1, -1, -1);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+        painter.setPen(palette().color(QPalette::WindowText));
+        painter.drawRect(rect().adjusted(1, 1, -2, -2));
     }
 }

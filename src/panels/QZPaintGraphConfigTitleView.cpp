@@ -6,29 +6,6 @@
 #include <QPainter>
 #include <QWindow>
 
-namespace {
-
-constexpr double dotDiameter = 2.0;
-constexpr double dotSpacing = 4.0;
-constexpr int dotRows = 4;
-
-/// What marks a grip when the theme has no picture of it: two columns of dots.
-void drawDots(QPainter& painter, const QRectF& bounds, const QColor& color)
-{
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    const double top = bounds.center().y() - (dotRows - 1) * dotSpacing / 2.0;
-    for (int row = 0; row < dotRows; ++row) {
-        for (const double side : {-0.5, 0.5}) {
-            const QPointF center(bounds.center().x() + side * dotSpacing, top + row * dotSpacing);
-            painter.drawEllipse(center, dotDiameter / 2.0, dotDiameter / 2.0);
-        }
-    }
-}
-
-} // namespace
-
 QZPaintGraphConfigTitleView::QZPaintGraphConfigTitleView(QWidget* parent) : QWidget(parent)
 {
     setCursor(Qt::SizeAllCursor);
@@ -46,11 +23,7 @@ void QZPaintGraphConfigTitleView::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    if (image_.isNull()) {
-        drawDots(painter, rect(), palette().color(QPalette::Dark));
-    } else {
-        painter.drawImage(rect(), image_);
-    }
+    painter.drawImage(rect(), image_);
 }
 
 void QZPaintGraphConfigTitleView::mousePressEvent(QMouseEvent* event)

@@ -7,8 +7,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QStyle>
-#include <QStyleOptionFocusRect>
 
 namespace {
 
@@ -273,10 +271,9 @@ void QZPopUpButton::paintEvent(QPaintEvent* /*event*/)
     QZPopUpButtonCell::drawImageWithFrame(painter, rect(), selectedItem_, color);
     drawArrow(painter, rect(), color);
     if (hasFocus()) {
-        QStyleOptionFocusRect option;
-        option.initFrom(this);
-        option.rect = rect().adjusted(1, 1, -1, -1);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        painter.setPen(palette().color(QPalette::WindowText));
+        painter.drawRect(rect().adjusted(1, 1, -2, -2));
     }
 }
 

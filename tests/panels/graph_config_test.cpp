@@ -1,7 +1,9 @@
 #include "panels/QZPaintGraphConfigWC.h"
 #include "platform/QZGlobalEnv.h"
 #include "support/Contrast.h"
+#include "support/Spies.h"
 #include "support/widgets/Keyboard.h"
+#include "support/widgets/Picture.h"
 
 #include <QAccessible>
 #include <QMenu>
@@ -165,6 +167,35 @@ TEST_F(GraphConfig, APopUpIsWorkedFromTheKeyboard)
     }
 }
 
+TEST_F(GraphConfig, APopUpTakesAnyTagsAndStaysOnTheScreen)
+{
+    auto& popUp = control<QZPopUpButton>("popLineType");
+    const QRect screen = popUp.screen()->availableGeometry();
+    panel.window().move(screen.bottomLeft() - QPoint(0, 60));
+    popUp.openMenu();
+    EXPECT_EQ(popUp.menu().geometry().bottom() + 1, popUp.mapToGlobal(QPoint()).y());
+    popUp.menu().close();
+
+    const LogSpy log;
+    popUp.setItemTags({QStringLiteral("7"), QStringLiteral("x"), QStringLiteral("-1"), QStringLiteral("0")});
+    EXPECT_EQ(popUp.itemTags().join(u' '), QStringLiteral("7 0"));
+    EXPECT_EQ(log.lines.size(), 2);
+    EXPECT_EQ(popUp.selectedTag(), QZPopUpButton::noTag);
+}
+
+TEST(GraphConfigFile, AStripWithoutControlsKeepsItsValues)
+{
+    const LogSpy log;
+    QZPaintGraphConfigWC strip(QStringLiteral("no such file"));
+    EXPECT_EQ(log.lines.size(), 1);
+    EXPECT_EQ(strip.window().size(), QSize(1, 1));
+    strip.setEnabledConfigs(2);
+    strip.setLineWidth(4);
+    strip.setStrokeColor(Qt::blue);
+    EXPECT_EQ(strip.lineWidth(), 4);
+    EXPECT_EQ(strip.strokeColor(), QColor(Qt::blue));
+}
+
 TEST_F(GraphConfig, APopUpOpensOnPressAndPicksWhereADragEnds)
 {
     auto& popUp = control<QZPopUpButton>("popLineType");
@@ -189,7 +220,10 @@ TEST_F(GraphConfig, APopUpOpensOnPressAndPicksWhereADragEnds)
 
 TEST_F(GraphConfig, SettersTellNobodyAndMoveTheMark)
 {
+    EXPECT_EQ(marked("popLineType"), QList<int>{0});
+    EXPECT_EQ(marked("popLineWidth"), QList<int>{0});
     panel.setStrokeColor(Qt::blue);
+    EXPECT_EQ(control("cwStrokeColor").accessibleDescription(), QStringLiteral("#ff0000ff"));
     panel.setStrokeColor(QColor());
     panel.setFillColor(Qt::green);
     panel.setIsLocked(true);
@@ -259,7 +293,8 @@ TEST_F(GraphConfig, TheColourPickerGoesWithItsStrip)
         EXPECT_EQ(picker(), nullptr);
         EXPECT_FALSE(control<QZPaintGraphConfigColorWell>("cwStrokeColor").isActive());
     }
-    EXPECT_TRUE(chart.geometry().contains(panel.window().pos())) << "a strip not moved before appears over the chart";
+    const QPoint middle(chart.geometry().center().x() - 271 / 2, chart.geometry().top() + 40);
+    EXPECT_EQ(panel.window().pos(), middle) << "a strip not moved before appears over the chart";
 }
 
 TEST_F(GraphConfig, GivesTheKeyboardBackToTheChart)
@@ -286,34 +321,41 @@ TEST_F(GraphConfig, GivesTheKeyboardBackToTheChart)
 
 TEST_F(GraphConfig, ReadsWellInBothThemes)
 {
-    for (const char* name : {"dark", "light"}) {
-        SCOPED_TRACE(name);
-        QZGlobalEnv::getShareInstance().setTheme(QLatin1String(name));
+    for (const QString& name : {QStringLiteral("light"), QStringLiteral("dark")}) {
+        SCOPED_TRACE(name.toStdString());
+        if (QZGlobalEnv::getShareInstance().themeName() != name)
+            QZGlobalEnv::getShareInstance().setTheme(name);
         const auto color = [this](QPalette::ColorRole role) { return panel.window().palette().color(role); };
         for (const auto background : {QPalette::Window, QPalette::Midlight, QPalette::Mid}) // plain, hovered, pressed
             EXPECT_GE(contrast(color(QPalette::ButtonText), color(background)), 3) << background;
         EXPECT_GE(contrast(color(QPalette::Dark), color(QPalette::Window)), 3) << "outline of a well";
-        QWidget& well = control("cwStrokeColor");
-        const QImage strip = panel.window().grab().toImage();
-        EXPECT_EQ(strip.pixelColor(well.mapTo(&panel.window(), QPoint(-1, 15))), color(QPalette::Mid)) << "separator";
-        EXPECT_EQ(strip.pixelColor(well.mapTo(&panel.window(), QPoint(6, 15))), color(QPalette::Dark)) << "outline";
-        EXPECT_EQ(strip.pixelColor(well.mapTo(&panel.window(), QPoint(15, 15))), panel.strokeColor());
-        const auto icon = [](const char* key) {
-            const auto& theme = QZGlobalEnv::getShareInstance().paletteLoad();
-            return theme.getCustomColor(QStringLiteral("QZLinePaintToolFactory.Icon%1Color").arg(QLatin1String(key)));
-        };
-        for (const bool isChosen : {false, true}) {
-            panel.setLineWidth(isChosen ? 10 : 1);
-            QWidget* view = control<QZPopUpButton>("popLineWidth").itemWithTag(9)->defaultWidget();
-            const QImage item = view->grab().toImage(); // a line 10 px wide, from 21 px on
-            EXPECT_EQ(item.pixelColor(3, 3), color(isChosen ? QPalette::Highlight : QPalette::Base)) << isChosen;
-            EXPECT_EQ(item.pixelColor(28, 8), icon(isChosen ? "Highlight" : "Normal")) << isChosen;
+
+        Picture picture;
+        picture.add(panel.window());
+        panel.window().activateWindow();
+        ASSERT_TRUE(getsKeyboard(&panel.window()));
+        control("cwStrokeColor").setFocus();
+        for (const char* focused : {"cwStrokeColor", "cwFillColor"}) {
+            QTest::keyClick(&control(focused), Qt::Key_Tab);
+            QTest::mouseMove(&control("popLineWidth"));
+            picture.add(panel.window());
+            panel.setLineType(3);
+            panel.setFillColor(Qt::blue);
+            panel.setIsLocked(true);
+            control<QZPaintGraphConfigColorWell>("cwStrokeColor").setActive(true);
         }
-        const QImage widest = control("popLineWidth").grab().toImage();
-        EXPECT_EQ(widest.pixelColor(31, 15), icon("Normal")) << "the face shows the chosen width";
-        const auto face = [this](const char* popUp) { return control<QZPopUpButton>(popUp).itemWithTag(0)->image(); };
-        EXPECT_NE(face("popLineType"), face("popLineWidth")) << "at their defaults";
+        for (const char* popUp : {"popLineType", "popLineWidth"}) {
+            auto& opened = control<QZPopUpButton>(popUp);
+            QTest::mouseClick(&opened, Qt::LeftButton);
+            QTest::keyClick(&opened.menu(), Qt::Key_Down);
+            picture.add(panel.window());
+            picture.add(opened.menu());
+            opened.menu().close();
+        }
+        EXPECT_TRUE(picture.isLike(QStringLiteral("panels/strip-%1.png").arg(name)));
+        panel.setLineType(0);
     }
+    QZGlobalEnv::getShareInstance().setTheme(QStringLiteral("light"));
 }
 
 TEST_F(GraphConfig, DraggingTheGripMovesTheStrip)

@@ -2,6 +2,7 @@
 #include "panels/QZPaintControl.h"
 #include "platform/QZGlobalEnv.h"
 #include "support/widgets/Keyboard.h"
+#include "support/widgets/Picture.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -266,4 +267,19 @@ TEST_F(Palette, AToolIsToldByItsBackgroundAFunctionByItsPicture)
     leaveButtons();
     EXPECT_EQ(magnet.image(), magnet.images()[0]);
     EXPECT_FALSE(magnet.backgroundColor().isValid());
+
+    Picture picture;
+    for (const QZShapeType type : {QZSTArc, QZSTRay, QZSTToolMagnet, QZSTToolEye, QZSTToolDelete}) {
+        button(type).setEnabled(type != QZSTRay);
+        picture.add(button(type));
+        QTest::mouseMove(&button(type));
+        picture.add(button(type));
+        click(type);
+        picture.add(button(type));
+    }
+    palette_.window().activateWindow();
+    ASSERT_TRUE(getsKeyboard(&palette_.window()));
+    button(QZSTToolEye).setFocus();
+    picture.add(button(QZSTToolEye));
+    EXPECT_TRUE(picture.isLike(QStringLiteral("panels/buttons.png")));
 }
