@@ -87,7 +87,7 @@ void QZLineStroker::applyPen(const QZStrokeStyle& style, double dashOffset)
 
 void QZLineStroker::strokeEllipse(const QRectF& bounds, const QZStrokeStyle& style)
 {
-    applyPen(style, style.dash.offset(0.0));
+    applyPen(style);
     painter_.drawEllipse(bounds);
 }
 

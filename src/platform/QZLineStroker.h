@@ -41,7 +41,7 @@ public:
     /// Subpaths of one path: where they overlap, a translucent colour counts once.
     void stroke(std::span<const Subpath> path, const QZStrokeStyle& style);
     void strokeLine(const QLineF& line, const QZStrokeStyle& style);
-    /// A whole ellipse, which is not cut and, on pixels, not dashed.
+    /// A whole ellipse, which is not cut. `style` is solid.
     void strokeEllipse(const QRectF& bounds, const QZStrokeStyle& style);
 
     /// The part of `line` that can leave ink in the visible area: a stroke has a width.

@@ -288,7 +288,7 @@ void QZPainterContext::strokeEllipse(QZRect bounds)
     if (!target)
         return;
     // Handles are small, solid circles: those the painter draws best. It would draw all of what does not show, too.
-    if (visible_.contains(*target) && (pixelRatio_ == 0.0 || state_.stroke.dash.isSolid())) {
+    if (visible_.contains(*target) && state_.stroke.dash.isSolid()) {
         stroker_.strokeEllipse(*target, state_.stroke);
         return;
     }

@@ -25,7 +25,6 @@ QTextOption singleLines()
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
     option.setWrapMode(QTextOption::NoWrap);
     option.setTabStopDistance(tabStops);
-    option.setFlags(QTextOption::IncludeTrailingSpaces);
     return option;
 }
 

@@ -157,6 +157,7 @@ TEST(PainterContext, PutsInkWhereTheFigureIs)
              {"a rectangle's side", {}, rect({15, 15, -10, -10}), across(20, 7), "..##..", 2},
              {"round is not snapped", {}, arc({10, 10.25}, 6, 0, pi, false), down(10, 1), "..++..."},
              {"dash", dash, row10, across(10), "###..###..###..###.."},
+             {"dash, ratio 1.5", dash, level, down(2, 12), "..##..", 1.5},
              {"dash phase", {.dash = {3, 2}, .phase = 1}, row10, across(10), "##..###..###..###..#"},
              {"dash phase below 0", {.dash = {3, 2}, .phase = -1}, row10, across(10), ".###..###..###..###."},
              {"odd dash", {.dash = {3, 1, 2}}, row10, across(10), "###.##...#..###.##.."},
@@ -183,8 +184,13 @@ TEST(PainterContext, PutsInkWhereTheFigureIs)
              {"half circle above", w2, turn(0, pi, false), down(10, 2), ".##............."},
              {"half circle below", w2, turn(0, pi, true), down(10, 2), ".............##."},
              {"whole circle", w2, turn(1, 8, false), down(10, 2), ".##..........##."},
-             {"quarter to the right", w2, turn(-pi / 4, pi / 4, false), across(10, 2), ".............##."},
-             {"the rest to the left", w2, turn(-pi / 4, pi / 4, true), across(10, 2), ".##............."},
+             {"a little to the right", w2, turn(-0.4, 0.4, false), across(10, 2), ".............##."},
+             {"the rest to the left", w2, turn(-0.4, 0.4, true), across(10, 2), ".##............."},
+             {"half an ellipse",
+              {.width = 2, .dash = {6 * pi, 99}},
+              ellipse({4, 4, 12, 12}),
+              down(10, 2),
+              ".##............."},
              {"far half circle", {}, arc({10.5, 9.5 - 1e5}, 1e5, 0, pi, false), down(10, 8), "..#.."},
              {"punched handle", {}, handle, across(10, 5), "###....###"},
              {"far polygon", {}, filled({{{10, -1e5}, {1e5, 0}, {10, 1e5}}}), across(10, 5), ".....##########"},
@@ -272,6 +278,7 @@ TEST(PainterContext, WhatCannotBeDrawnDrawsNothing)
                                      arc({10, 10}, 5, bad, 1, false), arc({10, 10}, 5, 0, -bad, true)})
                 draw(context);
             segment({0, 10}, {bad, 10})(context);
+            segment({bad, 10}, {0, 10})(context);
             polyline({{0, 10}, {20, 10}, {10, bad}})(context);
             filled({{{0, 0}, {20, 0}, {20, bad}}})(context);
         };
