@@ -238,7 +238,9 @@ class Session:
             drawn = self.user.look(name)
             expect(self.difference(before, drawn) > 30, f"a {name} in the candle pane")
             x, y = POINTS[0]
-            self.user.drag(self.point(x, y), self.point(x - 0.1, y - 0.2))
+            # A glyph stands on its point and is taken hold of inside its box.
+            grip = y - 0.01 if count == 1 else y
+            self.user.drag(self.point(x, grip), self.point(x - 0.1, y - 0.2))
             expect(self.difference(drawn, self.user.look(f"{name} pulled")) > 30, f"a {name} follows its point")
             self.user.key("Delete")
             self.user.move(self.point(0.5, 0.1))
@@ -292,11 +294,12 @@ def main():
             session.move_divider()
             session.hide_and_show()
             session.delete_all()
-            session.draw_families()
             note = session.write_note()
+            session.draw_families()
             session.quit(chart)
             chart = subprocess.Popen([program], env=environment)
-            expect(Session(session.user).candles("after a restart") == note, "the note is back after a restart")
+            back = Session(session.user).candles("after a restart")
+            expect(note > 0 and abs(back - note) < 0.2 * note, f"the note is back after a restart: {note}, {back} px")
         except AssertionError as failed:
             run("import", "-window", "root", os.path.join(folder, "failed.png"))
             print(f"drive_panels: failed: {failed}; pictures in {folder}", file=sys.stderr)

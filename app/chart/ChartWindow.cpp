@@ -39,8 +39,8 @@ ChartWindow::ChartWindow(QWidget* parent)
     connect(chart_, &ChartSplitView::barPointedAt, this, &ChartWindow::describeBar);
 
     QZNotificationCenter& center = QZNotificationCenter::defaultCenter();
-    styleObservation_ = center.observe(QZUIOverallStyleDidChangeNotification,
-                                       [this](const QZNotification&) { applyTheme(); });
+    styleObservation_ =
+        center.observe(QZUIOverallStyleDidChangeNotification, [this](const QZNotification&) { applyTheme(); });
     applyTheme();
     chart_->setEnablePaintControl(true);
     chart_->setSupportPaint(true);
