@@ -23,21 +23,16 @@ namespace {
 struct LineTypeItem {
     const char* key = nullptr;
     const char* name = nullptr;
-    QList<qreal> dashes; // in pen widths; empty for a solid line
 };
 
 /// By tag.
-const std::array<LineTypeItem, 5>& lineTypeItems()
-{
-    static const std::array<LineTypeItem, 5> items{{
-        {"QZPaintGraphConfigWC.ConfigLineTypeSolid", "Solid", {}},
-        {"QZPaintGraphConfigWC.ConfigLineTypeDashed", "Dashed", {6, 3}},
-        {"QZPaintGraphConfigWC.ConfigLineTypeDotted", "Dotted", {2, 2}},
-        {"QZPaintGraphConfigWC.ConfigLineTypeDashedDotted", "Dash and dot", {6, 2, 2, 2}},
-        {"QZPaintGraphConfigWC.ConfigLineTypeDashedDottedDotted", "Dash and two dots", {6, 2, 2, 2, 2, 2}},
-    }};
-    return items;
-}
+constexpr std::array<LineTypeItem, 5> lineTypeItems{{
+    {"QZPaintGraphConfigWC.ConfigLineTypeSolid", "Solid"},
+    {"QZPaintGraphConfigWC.ConfigLineTypeDashed", "Dashed"},
+    {"QZPaintGraphConfigWC.ConfigLineTypeDotted", "Dotted"},
+    {"QZPaintGraphConfigWC.ConfigLineTypeDashedDotted", "Dash and dot"},
+    {"QZPaintGraphConfigWC.ConfigLineTypeDashedDottedDotted", "Dash and two dots"},
+}};
 
 /// Distance of the strip from the top of the chart window where it first appears (px).
 constexpr int topDistance = 40;
@@ -193,20 +188,17 @@ void QZPaintGraphConfigWC::connectControls()
 void QZPaintGraphConfigWC::prepareItems()
 {
     for (QZPopUpButtonMenuItem* item : popLineType_->items()) {
-        if (static_cast<std::size_t>(item->tag()) >= lineTypeItems().size())
+        if (static_cast<std::size_t>(item->tag()) >= lineTypeItems.size())
             continue;
-        const LineTypeItem& type = lineTypeItems().at(static_cast<std::size_t>(item->tag()));
+        const LineTypeItem& type = lineTypeItems.at(static_cast<std::size_t>(item->tag()));
         item->setHighlightImageName(QLatin1String(type.key));
         item->setText(QLatin1String(type.name));
-        QPen pen(QBrush(Qt::SolidPattern), 1.0, Qt::SolidLine, Qt::FlatCap);
-        if (!type.dashes.isEmpty())
-            pen.setDashPattern(type.dashes);
-        item->setSamplePen(pen);
     }
     for (QZPopUpButtonMenuItem* item : popLineWidth_->items()) {
         const double width = item->tag() + 1.0;
         item->setHighlightImageName(QStringLiteral("QZPaintGraphConfigWC.ConfigLineWidth%1").arg(width));
         item->setText(QStringLiteral("%1 px").arg(width));
+        // An interface file may list wider lines than the theme has pictures of.
         item->setSamplePen(QPen(QBrush(Qt::SolidPattern), width, Qt::SolidLine, Qt::FlatCap));
     }
 }

@@ -130,8 +130,9 @@ QImage QZPaletteLoad::getCustomImage(const QString& key) const
 
 QImage QZPaletteLoad::getCustomImage(const QString& key, double logicalHeight) const
 {
-    const QString path = theme_.imagePaths.value(key, QStringLiteral(":/qz/images/%1.svg").arg(key));
-    if (!theme_.imagePaths.contains(key) && !QFile::exists(path)) {
+    const QString ours = QStringLiteral(":/qz/images/%1.svg").arg(key);
+    const QString path = theme_.imagePaths.value(key, ours);
+    if (path == ours && !QFile::exists(path)) {
         return {};
     }
     const double ratio = qGuiApp != nullptr ? qMax(1.0, qGuiApp->devicePixelRatio()) : 1.0;
@@ -144,6 +145,9 @@ QImage QZPaletteLoad::getCustomImage(const QString& key, double logicalHeight) c
     QImage image = isSvg ? renderSvg(path, logicalHeight, ratio) : loadRaster(path, logicalHeight, ratio);
     if (image.isNull()) {
         writeBusCommonLog(QStringLiteral("Load theme image %1 failed: %2").arg(key, path));
+        if (path != ours && QFile::exists(ours)) {
+            image = renderSvg(ours, logicalHeight, ratio);
+        }
     }
     // A failure is kept too, so that it is logged once and not at every redraw.
     imageCache_.insert(cacheKey, image);

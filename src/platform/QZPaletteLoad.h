@@ -28,8 +28,8 @@ public:
     /// Nothing when the theme has no such colour; the caller has its own fallback.
     std::optional<QColor> getCustomColor(const QString& key) const;
 
-    /// The picture in its own size (logical px) at the screen's device pixel ratio; null when the theme has none, and
-    /// null with a line in the log when it cannot be read.
+    /// The picture in its own size (logical px) at the screen's device pixel ratio; null when the theme has none. One
+    /// that cannot be read is told in the log, and the resource is taken instead, if there is one.
     QImage getCustomImage(const QString& key) const;
 
     /// The same drawn `logicalHeight` logical px high, keeping its aspect: an SVG stays sharp at any size.

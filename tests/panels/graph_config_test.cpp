@@ -6,7 +6,9 @@
 #include "support/widgets/Picture.h"
 
 #include <QAccessible>
+#include <QFile>
 #include <QMenu>
+#include <QTemporaryDir>
 #include <QWindow>
 
 #include <array>
@@ -181,6 +183,22 @@ TEST_F(GraphConfig, APopUpTakesAnyTagsAndStaysOnTheScreen)
     EXPECT_EQ(popUp.itemTags().join(u' '), QStringLiteral("7 0"));
     EXPECT_EQ(log.lines.size(), 2);
     EXPECT_EQ(popUp.selectedTag(), QZPopUpButton::noTag);
+}
+
+TEST_F(GraphConfig, APictureThatAThemeCannotGiveIsTheLibrarys)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("t.json")));
+    QFile light(QStringLiteral(":/qz/themes/light.json"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && light.open(QIODevice::ReadOnly));
+    file.write(light.readAll().replace("{}", R"({"QZPaintGraphConfigWC.ConfigTitle": "none.svg"})"));
+    file.close();
+    const LogSpy log;
+    QZPaletteLoad theme;
+    ASSERT_TRUE(theme.loadTheme(file.fileName(), nullptr));
+    const QString key = QStringLiteral("QZPaintGraphConfigWC.ConfigTitle");
+    EXPECT_EQ(theme.getCustomImage(key), QZGlobalEnv::getShareInstance().paletteLoad().getCustomImage(key));
+    EXPECT_EQ(log.lines.size(), 1);
 }
 
 TEST(GraphConfigFile, AStripWithoutControlsKeepsItsValues)

@@ -67,6 +67,8 @@ TEST_F(PaletteProfiles, WhatCannotBeUsedForbidsNothingAndIsLoggedOnce)
              Row{"numbers", profile(numbers), allButFan & ~QZSTArc, ""},
              Row{"byte order mark", "\xef\xbb\xbf" + profile(fanOff), allButFan, ""},
              Row{"misspelt", profile("<key>QZSTGanFan</key><false/>"), all, "QZSTGanFan of P is not a tool"},
+             Row{"binary", "bplist00", all, "only XML"},
+             Row{"empty", "", all, "root is not a dictionary"},
              Row{"root is an array", xml("<array><true/></array>"), all, "root is not a dictionary"},
              Row{"malformed", xml("<dict><key>P</dict>"), all, "not a well-formed"},
              Row{"no text", std::string("\0\xff<dict>\0\xfe", 10), all, "not a well-formed"},
