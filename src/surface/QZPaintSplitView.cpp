@@ -63,7 +63,7 @@ QZPaintSplitView::~QZPaintSplitView()
     if (palette != nullptr && palette->delegate() == this)
         palette->setDelegate(nullptr);
     // Once this is no split view any more, its panes cannot tell that they go.
-    forEachView([this](QZPaintManagerView& view) { viewWillLeave(view); });
+    forEachView([this](QZPaintManagerView& view, QZPaintLayer&) { viewWillLeave(view); });
     std::erase(splitViews(), this);
 }
 
@@ -108,9 +108,12 @@ void QZPaintSplitView::forEachView(Visit visit) const
 {
     const auto now = managerViews();
     const std::vector<QPointer<QZPaintManagerView>> views(now.begin(), now.end());
-    for (const auto& view : views)
-        if (view != nullptr && view->parent() == this) // only compared: this view may be gone as well
-            visit(*view);
+    for (const auto& view : views) {
+        if (view == nullptr || view->parent() != this) // only compared: this view may be gone as well
+            continue;
+        const auto layer = view->paintLayer(); // outlives a pane that is deleted meanwhile
+        visit(*view, *layer);
+    }
 }
 
 QZPoint QZPaintSplitView::pointIn(const QZPaintManagerView& view, QPointF location) const
@@ -191,23 +194,21 @@ bool QZPaintSplitView::mouseDown(QPointF location, int clickCount)
         if (current && (current->isEditing() || current->isSelected()))
             return false;
     }
-    forEachView([this, location](const QZPaintManagerView& view) {
-        const auto layer = view.paintLayer();
+    forEachView([this, location](const QZPaintManagerView& view, QZPaintLayer& layer) {
         const QZPoint point = pointIn(view, location);
         if (view.validateRect().contains(point))
-            layer->mouseDown(point);
+            layer.mouseDown(point);
     });
     return self != nullptr;
 }
 
 void QZPaintSplitView::mouseMoved(QPointF location)
 {
-    forEachView([this, location](const QZPaintManagerView& view) {
-        const auto layer = view.paintLayer();
+    forEachView([this, location](const QZPaintManagerView& view, QZPaintLayer& layer) {
         const QZPoint point = pointIn(view, location);
-        layer->setMouseInside(isInFrame(view, location));
+        layer.setMouseInside(isInFrame(view, location));
         if (view.validateRect().contains(point))
-            layer->mouseMoved(point);
+            layer.mouseMoved(point);
     });
 }
 

@@ -138,7 +138,8 @@ private:
     [[nodiscard]] QZPoint pointIn(const QZPaintManagerView& view, QPointF location) const;
     /// Whether `location` lies in the frame of a shown pane.
     [[nodiscard]] static bool isInFrame(const QZPaintManagerView& view, QPointF location);
-    /// Calls `visit` for each pane that is still here when its turn comes. Safe even when a visit deletes this view.
+    /// Calls `visit` with each pane that is still here when its turn comes, and its layer. Safe even when a visit
+    /// deletes this view.
     template <typename Visit>
     void forEachView(Visit visit) const;
     [[nodiscard]] std::vector<std::shared_ptr<QZPaintLayer>> paintLayers() const;

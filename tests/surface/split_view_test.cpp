@@ -164,10 +164,10 @@ TEST(SplitView, FastClicksPlaceOnePointAndLeaveASelectionAlone)
 {
     const double near = QGuiApplication::styleHints()->mouseDoubleClickDistance();
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         QZPoint next;
-        int lateBy; // ms, after what is still fast
-        bool places;
+        int lateBy = 0; // ms, after what is still fast
+        bool places = false;
     };
     for (const Row& row : {Row{"near", {100 + near, 100}, 0, false}, Row{"far", {100, 101 + near}, 0, true},
                            Row{"late", {100, 100}, QTest::mouseDoubleClickInterval, true}}) {
@@ -240,9 +240,9 @@ TEST(SplitView, APaneThatGoesTakesItsFigureAndTheStripAlong)
 TEST(SplitView, AnObserverMayDeletePanesAndTheViewItself)
 {
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         QLatin1StringView told;
-        void (*act)(TestPane& pane);
+        void (*act)(TestPane& pane) = nullptr;
     };
     const Row rows[] = {
         {"a press", QZPaintGraphFinishedEditingNotification,
