@@ -257,7 +257,6 @@ void QZPainterContext::fillPath()
     for (std::size_t i = 0; i < subpaths_.size() && !isVoidPath_; ++i) {
         // Cut outside what shows, or the cut would get an anti-aliased edge there.
         path.addPolygon(clippedPolygon(visible_.adjusted(-1.0, -1.0, 1.0, 1.0), pointsOf(i)));
-        path.closeSubpath();
     }
     painter_.fillPath(path, state_.fillColor);
     beginPath();

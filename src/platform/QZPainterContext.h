@@ -63,7 +63,7 @@ private:
         QColor fillColor = Qt::black;
     };
     struct Subpath {
-        std::size_t first; // index into points_, up to the next subpath's
+        std::size_t first = 0; // index into points_, up to the next subpath's
         bool isClosed = false;
         bool isRound = false; // flattened: none of its legs is meant to be horizontal or vertical
     };

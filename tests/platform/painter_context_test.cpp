@@ -194,6 +194,11 @@ TEST(PainterContext, PutsInkWhereTheFigureIs)
              {"far half circle", {}, arc({10.5, 9.5 - 1e5}, 1e5, 0, pi, false), down(10, 8), "..#.."},
              {"punched handle", {}, handle, across(10, 5), "###....###"},
              {"far polygon", {}, filled({{{10, -1e5}, {1e5, 0}, {10, 1e5}}}), across(10, 5), ".....##########"},
+             {"windings add up",
+              {},
+              filled({{{2, 2}, {18, 2}, {10, 40}}, {{6, 6}, {14, 6}, {10, 14}}}),
+              across(10, 7),
+              "######"},
              {"to a point off all charts", {}, segment({5, 9.5}, {unplaced, 9.5}), across(10), "#####....."},
              {"image", {}, image({16, 16, -12, -12}), across(10, 3), ".####++++........"},
          }) {
@@ -335,7 +340,7 @@ TEST(PainterContext, AVectorFileGetsWholeLinesDashesAndText)
     }
     painter.end();
     const QByteArray text = svg.data();
-    for (const char* part : {"stroke-dasharray=\"10,5,2,10,5,2\" stroke-dashoffset=\"4\"",
+    for (const char* part : {R"(stroke-dasharray="10,5,2,10,5,2" stroke-dashoffset="4")",
                              "M-90000,50.25 L50,50.25 L60,80", ">12.50</text>"})
         EXPECT_TRUE(text.contains(part)) << part << " in\n" << text.toStdString();
     EXPECT_EQ(text.count("<poly") + text.count("<path"), 1) << text.toStdString();
