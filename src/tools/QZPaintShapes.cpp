@@ -104,12 +104,6 @@ void QZPaintRectangle::drawInfomation(QZGraphicsContext& context) const
     drawTextInContext(context, model->varyPrice, {right + gap, secondY});
 }
 
-void QZPaintRectangle::drawTextInContext(QZGraphicsContext& context, const QString& stringText, QZPoint point) const
-{
-    if (!stringText.isNull())
-        drawTextInContext(context, stringText, captionFont(), point);
-}
-
 double QZPaintArc::radius(float ratio) const
 {
     return static_cast<double>(ratio) * distanceBetween(points()[0], points()[1]);

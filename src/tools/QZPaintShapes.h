@@ -45,9 +45,6 @@ public:
 
     /// Draws the captions; nothing where the chart knows nothing of the bars.
     void drawInfomation(QZGraphicsContext& context) const;
-    using QZPaintGraph::drawTextInContext;
-    /// Draws one caption; nothing for a null string.
-    void drawTextInContext(QZGraphicsContext& context, const QString& stringText, QZPoint point) const;
 
 protected:
     void applyStyle(QZGraphicsContext& context) const override;
