@@ -22,6 +22,9 @@ MAGNET, EYE, DELETE_ALL = 0, 1, 2
 FAMILIES = {"channel": (1, 0, 3), "fan": (1, 3, 2), "levels": (2, 0, 2), "regression": (2, 3, 2), "cycle": (3, 0, 2),
             "waves": (4, 0, 4), "shape": (5, 0, 3), "range rule": (6, 1, 2), "mark": (6, 3, 1)}
 NOTE = (6, 5)
+# Where a family is taken hold of as a whole: on a line of it, off its points. A regression's guides are its points.
+GRIPS = {"channel": (0.525, 0.375), "fan": (0.525, 0.375), "levels": (0.55, 0.50), "cycle": (0.45, 0.35),
+         "waves": (0.525, 0.375), "shape": (0.525, 0.375), "range rule": (0.50, 0.50)}
 POINTS = ((0.45, 0.50), (0.60, 0.25), (0.70, 0.45), (0.80, 0.20))
 
 
@@ -229,7 +232,8 @@ class Session:
         expect(self.candles("deleted") == 0, "yes deletes every figure")
 
     def draw_families(self):
-        """Each is drawn, pulled by its first point and deleted, so that nothing lies over the next one."""
+        """Each is drawn, moved as a whole and back, pulled by its first point and deleted, so that nothing lies over the
+        next one."""
         for name, (row, column, count) in FAMILIES.items():
             before = self.user.look(f"before {name}")
             self.press_tool(column, row)
@@ -237,6 +241,13 @@ class Session:
                 self.user.click(self.point(x, y))
             drawn = self.user.look(name)
             expect(self.difference(before, drawn) > 30, f"a {name} in the candle pane")
+            if name in GRIPS:
+                x, y = GRIPS[name]
+                self.user.drag(self.point(x, y), self.point(x + 0.05, y - 0.05))
+                moved = self.user.look(f"{name} moved")
+                expect(self.difference(drawn, moved) > 30, f"a {name} moves as a whole")
+                self.user.drag(self.point(x + 0.05, y - 0.05), self.point(x, y))
+                drawn = self.user.look(f"{name} moved back")
             x, y = POINTS[0]
             # A glyph stands on its point and is taken hold of inside its box.
             grip = y - 0.01 if count == 1 else y
