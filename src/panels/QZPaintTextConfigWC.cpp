@@ -8,7 +8,10 @@
 #include "platform/QZLog.h"
 
 #include <QLayout>
+#include <QScreen>
 #include <QSignalBlocker>
+
+#include <algorithm>
 
 // A static library's resources must be asked for by name, and the macro works only outside any namespace.
 static void initTextConfigResources()
@@ -101,7 +104,9 @@ void QZPaintTextConfigWC::applyTheme()
 void QZPaintTextConfigWC::orderFront(const QWidget& chart, QPoint topLeft)
 {
     sizeToFit();
-    window_.move(topLeft);
+    const QRect screen = chart.screen()->availableGeometry();
+    window_.move(std::min(topLeft.x(), screen.right() - window_.width()),
+                 std::min(topLeft.y(), screen.bottom() - window_.height()));
     window_.addToWindowOf(chart);
     window_.activateWindow();
     txtText_->setFocus();

@@ -163,8 +163,7 @@ void QZPaintManagerView::displayRangeStatisticsGraphFromDate(std::int32_t startD
         const std::lock_guard lock(paintLayer_->graphs());
         paintLayer_->graphs().add(band);
     }
-    band->setLogicAxises({{startDate, startTime}, {endDate, endTime}});
-    band->convertToKeyPoint();
+    band->place({startDate, startTime}, {endDate, endTime});
     displayPaintLayer();
 }
 
@@ -179,6 +178,7 @@ void QZPaintManagerView::removeRangeStatisticsGraph()
         band->setSelected(false);
         paintLayer_->setCurrentGraph(nullptr);
     }
+    band->mouseUp({}); // of a drag that it is taken away from
     band->setLayer(nullptr);
     displayPaintLayer();
 }

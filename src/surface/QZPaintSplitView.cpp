@@ -3,6 +3,7 @@
 #include "panels/QZMessageBoxAlert.h"
 #include "panels/QZPaintControl.h"
 #include "panels/QZPaintGraphConfigWC.h"
+#include "panels/QZPaintTextConfigWC.h"
 #include "panels/QZPanelDefaults.h"
 #include "platform/QZGlobalEnv.h"
 #include "platform/QZLog.h"
@@ -172,7 +173,9 @@ void QZPaintSplitView::viewWillLeave(QZPaintManagerView& view)
     if (std::ranges::any_of(allPaintLayers(), isCreating, graphOf))
         QZGlobalEnv::getShareInstance().setGlobalContext(QZContextIsPaintEditing, QZContextIsPaintEditing, true);
     const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
-    const bool isShownHere = strip != nullptr && strip->delegate() == this;
+    const QZPaintTextConfigWC* editor = QZPaintTextConfigWC::existing();
+    const bool isShownHere =
+        (strip != nullptr && strip->delegate() == this) || (editor != nullptr && editor->delegate() == this);
     if (isShownHere && std::ranges::none_of(
                            paintLayers(), [](const auto& graph) { return graph != nullptr; }, graphOf))
         hidePanels();

@@ -44,6 +44,9 @@ void QZPaintSplitView::resetPiantConfigDelegate()
 void QZPaintSplitView::showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view)
 {
     QZPaintStripHost::showStrip(figure, configs, view);
+    // What is typed on would go to this figure.
+    if (auto* editor = QZPaintTextConfigWC::existing())
+        closePanel(editor->window());
     QZPaintGraphConfigWC::sharedWC().setDelegate(this);
 }
 

@@ -6,6 +6,8 @@
 #include "panels/QZPaintTextConfigWC.h"
 #include "tools/QZPaintMarks.h"
 
+#include <QFontInfo>
+
 void QZPaintStripHost::showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view)
 {
     QZPaintGraphConfigWC& strip = QZPaintGraphConfigWC::sharedWC();
@@ -15,6 +17,7 @@ void QZPaintStripHost::showStrip(const QZPaintGraph& figure, unsigned configs, c
     strip.setLineWidth(static_cast<double>(figure.lineWidth()));
     strip.setIsLocked(figure.isLocked());
     strip.setEnabledConfigs(configs);
+    strip.setDelegate(nullptr);
     strip.window().addToWindowOf(view);
 }
 
@@ -28,7 +31,8 @@ void QZPaintStripHost::showTextPanel(const QZPaintToolText& note, const QWidget&
     QZPaintTextConfigWC& editor = QZPaintTextConfigWC::sharedWC();
     editor.setText(note.text());
     editor.setColor(note.strokeColor());
-    editor.setSize(note.font().pixelSize());
+    editor.setSize(QFontInfo(note.font()).pixelSize());
+    editor.setDelegate(nullptr);
     // Overlaps the note by the 1 px of its border.
     const QZPoint topLeft = note.topLeftLocation();
     const QPointF corner(topLeft.x, view.height() - (topLeft.y + 1.0));

@@ -3,7 +3,7 @@
 #include "surface/QZPaintLayerHost.h"
 
 /// The shared panels as every layer sees them. By itself it is the host of a pane that stands in no split view: its
-/// figures show in the strip, and nobody hides the panels for it.
+/// figures show in the panels, which change nothing there and are hidden by nobody.
 class QZPaintStripHost : public QZPaintLayerHost {
 public:
     void showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view) override;

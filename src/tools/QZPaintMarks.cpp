@@ -20,7 +20,7 @@ double distanceToBox(QZPoint point, QZRect box)
 
 void QZPaintToolUp::setString(const QString& string)
 {
-    if (string_ == string)
+    if (string_ == string && string_.isNull() == string.isNull())
         return;
     string_ = string;
     if (string == upGlyph)

@@ -57,6 +57,15 @@ QZPoint QZPaintRangeStatistics::getRightPoint() const
     return points()[1].x > points()[0].x ? points()[1] : points()[0];
 }
 
+void QZPaintRangeStatistics::place(const QZPaintLogicAxis& start, const QZPaintLogicAxis& end)
+{
+    // A point that could not be placed would take the band off the chart before the new one is looked at.
+    setPoint(0, {});
+    setPoint(1, {});
+    setLogicAxises({start, end});
+    convertToKeyPoint();
+}
+
 QZRect QZPaintRangeStatistics::bounds() const
 {
     const QZRect valid = validateRect();
@@ -77,7 +86,7 @@ bool QZPaintRangeStatistics::selectKeyPointNearPoint(QZPoint point)
 
 bool QZPaintRangeStatistics::isNearKeyPoint(QZPoint point)
 {
-    if (!pointNearX(points(), point.x))
+    if (!layer() || !pointNearX(points(), point.x))
         return false;
     const bool isClosed = std::abs(points()[0].x - points()[1].x) < 1.0;
     setLayerCursor(isClosed ? QZCursor::ResizeLeft : QZCursor::ResizeLeftRight);
@@ -86,6 +95,8 @@ bool QZPaintRangeStatistics::isNearKeyPoint(QZPoint point)
 
 double QZPaintRangeStatistics::minDistanceFromPoint(QZPoint point)
 {
+    if (!layer())
+        return maxMinDistance; // nor is it drawn
     const double left = getLeftPoint().x;
     const double right = getRightPoint().x;
     if (closeButtonRect().contains(point))

@@ -31,6 +31,8 @@ public:
     bool isNearKeyPoint(QZPoint point) override;
     void mouseDown(QZPoint point) override;
 
+    /// Puts the edges on two bars of its layer's chart, wherever they were, off the chart included.
+    void place(const QZPaintLogicAxis& start, const QZPaintLogicAxis& end);
     /// The band over the full height of the chart's rectangle (px).
     [[nodiscard]] QZRect bounds() const;
     [[nodiscard]] QZRect closeButtonRect() const;

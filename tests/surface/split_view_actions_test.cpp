@@ -184,7 +184,9 @@ TEST_F(SplitViewActions, TheEditorWorksOnTheNoteItWasOpenedFor)
     editor.selectedSize();
     EXPECT_EQ(note->font().pixelSize(), 24);
     EXPECT_TRUE(panes.layer().needsDisplay());
-    editor.editedText();
+    panes.click({100, 200});
+    ASSERT_EQ(panes.current(), levels[0]);
+    EXPECT_FALSE(editor.window().isVisible()) << "gone when another figure is selected";
 
     Gesture(panes).click({152, 100}).soon().click({152, 100});
     EXPECT_TRUE(editor.window().isVisible()) << "opened by a double click";
@@ -199,11 +201,11 @@ TEST_F(SplitViewActions, TheEditorWorksOnTheNoteItWasOpenedFor)
     panes.click({100, 200});
     ASSERT_EQ(panes.current(), levels[0]);
     editor.setText(QStringLiteral("no note"));
-    editor.setColor(Qt::red);
+    editor.setColor(QColor(18, 52, 86));
     panes.split().paintTextConfigTextDidChange(editor, editor.text());
     panes.split().paintTextConfigColorDidChange(editor, editor.color());
     EXPECT_NE(levels[0]->text(), QStringLiteral("no note"));
-    EXPECT_NE(levels[0]->strokeColor(), QColor(Qt::red));
+    EXPECT_NE(levels[0]->strokeColor(), QColor(18, 52, 86));
     editor.setText(QStringLiteral("新建"));
     editor.setSize(12);
 }

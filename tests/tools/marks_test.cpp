@@ -63,7 +63,8 @@ TEST_F(Marks, TheGlyphDecidesTheType)
     mark.setLayer(owner);
     mark.setString(up);
     EXPECT_EQ(mark.textRect(), box) << "without one it is the up glyph";
-    for (const auto& [string, type] : std::vector<std::pair<QString, QZShapeType>>{{down, QZSTToolDown},
+    for (const auto& [string, type] : std::vector<std::pair<QString, QZShapeType>>{{QLatin1String(""), QZSTToolUp},
+                                                                                   {down, QZSTToolDown},
                                                                                    {QStringLiteral("B"), QZSTToolDown},
                                                                                    {up, QZSTToolUp},
                                                                                    {QStringLiteral("S"), QZSTToolUp}}) {

@@ -57,6 +57,17 @@ TEST_F(RangeStatistics, WithoutALayerThereIsNothingToDraw)
     RecordingContext context;
     band->drawInContext(context);
     EXPECT_EQ(context.lines, std::vector<std::string>{});
+    EXPECT_EQ(band->minDistanceFromPoint({150, 50}), 6) << "nor to hit";
+    EXPECT_FALSE(band->isNearKeyPoint({100, 50}));
+}
+
+TEST_F(RangeStatistics, ComesBackFromOffTheChart)
+{
+    owner->testChart.fromAxis.answerWith([](const QZPaintLogicAxis&) { return unplaceablePoint; });
+    show(10, 20);
+    owner->testChart.fromAxis.answerWith([](const QZPaintLogicAxis& axis) { return QZPoint{axis.time * 1.0, 0}; });
+    band->place({1, 50}, {1, 70});
+    EXPECT_EQ(band->getRightPoint(), (QZPoint{70, 0}));
 }
 
 TEST_F(RangeStatistics, HitsAndCursors)
