@@ -6,7 +6,6 @@
 #include <QKeyEvent>
 #include <QMoveEvent>
 #include <QPainter>
-#include <QTimer>
 #include <QWindow>
 
 #include <chrono>
@@ -37,6 +36,12 @@ QZPanelWindow::QZPanelWindow(Qt::WindowFlags flags) : QWidget(nullptr, Qt::Tool 
         outline_ = new Outline(*this);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips);
+    secondReturn_.setSingleShot(true);
+    secondReturn_.setInterval(secondReturn);
+    connect(&secondReturn_, &QTimer::timeout, this, [this] {
+        if (QApplication::activeWindow() == this)
+            returnUnlessChoosing();
+    });
 }
 
 void QZPanelWindow::addToWindowOf(const QWidget& chart)
@@ -94,17 +99,16 @@ void QZPanelWindow::clicked()
 {
     if (canBecomeKeyWindow())
         return;
-    const auto returnUnlessChoosing = [this] {
-        if (QApplication::activePopupWidget() == nullptr)
-            returnKeyboard();
-    };
     // Before the click takes effect, so that what it opens has the keyboard in the end.
     returnUnlessChoosing();
     // The window manager gives the clicked window the keyboard, at times only after it was asked to give it back.
-    QTimer::singleShot(secondReturn, this, [this, returnUnlessChoosing] {
-        if (QApplication::activeWindow() == this)
-            returnUnlessChoosing();
-    });
+    secondReturn_.start();
+}
+
+void QZPanelWindow::returnUnlessChoosing()
+{
+    if (QApplication::activePopupWidget() == nullptr)
+        returnKeyboard();
 }
 
 void QZPanelWindow::closeEvent(QCloseEvent* event)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
 /// The window of a panel: a tool window that floats above the chart window it is attached to, without a place of its
@@ -38,8 +39,11 @@ private:
     void attachTo(QWidget* window);
     /// A mouse button was released over it, wherever.
     void clicked();
+    /// Gives the keyboard back unless a menu is open.
+    void returnUnlessChoosing();
 
     QPointer<QWidget> chartWindow_;
     QWidget* outline_ = nullptr;  // a child, above the others
     bool showsWithChart_ = false; // hidden only as long as the chart window is
+    QTimer secondReturn_;
 };

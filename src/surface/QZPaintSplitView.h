@@ -99,7 +99,7 @@ public:
     /// Makes this view the strip's delegate as well: it acts on what it shows.
     void showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view) override;
     void showTextPanel(const QZPaintToolText& note, const QWidget& view) override;
-    void hidePanels() override;
+    void hidePanels() final;
     bool takePanels() override;
     [[nodiscard]] bool isActivePane(const QZPaintManagerView& view) const override { return activeView_ == &view; }
 
