@@ -24,11 +24,11 @@ double textHeight(double lineWidth)
 TEST_F(Measuring, TheRulerWritesInTheColourOfTheChange)
 {
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         QZPoint to;
-        float percent;
-        const char16_t* price;
-        const char* color;
+        float percent = 0.0F;
+        const char16_t* price = nullptr;
+        const char* color = nullptr;
     };
     for (const Row& row : {Row{"upwards", {200, 90}, 2.345F, u"1.50", " #d0312d"},
                            Row{"downwards", {200, 10}, -2.345F, u"-1.50", " #0b7f4b"},

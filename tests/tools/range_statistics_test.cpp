@@ -96,8 +96,8 @@ TEST_F(RangeStatistics, ReportsDragsAndItsCloseButton)
     };
     const QVariantMap closed{{QStringLiteral("timeType"), 5U}};
     std::vector<QZPoint> pixelByPixel;
-    for (double x = 200; x >= 60; --x)
-        pixelByPixel.push_back({x, 50});
+    for (int x = 200; x >= 60; --x)
+        pixelByPixel.push_back({1.0 * x, 50});
     struct Row {
         const char* name;
         QZPoint down;

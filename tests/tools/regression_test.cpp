@@ -138,8 +138,8 @@ TEST_F(Regression, AGuideIsTakenHoldOfAtAnyHeightAndStaysHeld)
     EXPECT_FALSE(graph->selectKeyPointNearPoint({106, 30}));
     EXPECT_TRUE(graph->selectKeyPointNearPoint({205, 999}));
     EXPECT_EQ(graph->currentPoint(), 1);
-    for (double x = 200; x >= 60; x -= 10) {
-        graph->mouseDragged({x, 50});
+    for (int x = 200; x >= 60; x -= 10) {
+        graph->mouseDragged({1.0 * x, 50});
         drawn(*graph);
         EXPECT_EQ(graph->currentPoint(), 1);
     }
