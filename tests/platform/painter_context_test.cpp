@@ -133,7 +133,7 @@ TEST(PainterContext, PutsInkWhereTheFigureIs)
     const Pen dash{.dash = {3, 2}};
     const Draw level = segment({0, 10}, {20, 10});
     const Draw row10 = segment({0, 9.5}, {20, 9.5});
-    const Draw stub = segment({8, 10}, {12, 10});
+    const Draw tick = segment({8, 10}, {12, 10});
     const auto spike = [](double rise) { return polyline({{0, 10 + rise}, {10, 10}, {0, 10 - rise}}); };
     const auto turn = [](double start, double end, bool isClockwise) {
         return arc({10, 10}, 6, start, end, isClockwise);
@@ -171,10 +171,10 @@ TEST(PainterContext, PutsInkWhereTheFigureIs)
              {"bent dash", four, polyline({{-30.5, 40009}, {-30.5, 9.5}, {20, 9.5}}), across(10),
               "...####...####...###"},
              {"slanted dash", slanted, segment({0, 20}, {20, 0}), {{0, 0}, {1, 1}}, "####...####...####.."},
-             {"butt", w4, stub, across(10, 4), "....####...."},
-             {"square", {.width = 4, .cap = QZLineCap::Square}, stub, across(8, 4), "..########.."},
-             {"round, outside", {.width = 4, .cap = QZLineCap::Round}, stub, across(8, 4), "..+######+.."},
-             {"round, middle", {.width = 4, .cap = QZLineCap::Round}, stub, across(10, 4), "..########.."},
+             {"butt", w4, tick, across(10, 4), "....####...."},
+             {"square", {.width = 4, .cap = QZLineCap::Square}, tick, across(8, 4), "..########.."},
+             {"round, outside", {.width = 4, .cap = QZLineCap::Round}, tick, across(8, 4), "..+######+.."},
+             {"round, middle", {.width = 4, .cap = QZLineCap::Round}, tick, across(10, 4), "..########.."},
              {"bevel", {.width = 4, .join = QZLineJoin::Bevel}, bent, across(10, 6), "####+........."},
              {"round join", {.width = 4, .join = QZLineJoin::Round}, bent, across(10, 6), "######........"},
              {"miter", w4, bent, across(10, 6), "#######++....."},
