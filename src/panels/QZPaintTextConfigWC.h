@@ -35,8 +35,8 @@ public:
 
     /// Lives as long as the editor. Not shown by it: see orderFront().
     [[nodiscard]] QZPaintTextConfigWindow& window() { return window_; }
-    /// Shows the window above the one of `chart`, its top left corner at `topLeft` of the screen (px, y downwards) or as
-    /// near as it fits there, with the keyboard in the text.
+    /// Shows the window above the one of `chart`, its top left corner at `topLeft` of the screen (px, y downwards) or
+    /// as near as it fits there, with the keyboard in the text.
     void orderFront(const QWidget& chart, QPoint topLeft);
 
     /// Borrowed; forgotten when it is destroyed. Null for none.
