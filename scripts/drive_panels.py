@@ -273,6 +273,20 @@ class Session:
         self.user.click(self.point(0.7, 0.15))
         return self.candles("note on the chart")
 
+    def range_statistics(self):
+        before = self.user.look("before range statistics")
+        self.user.key("s")
+        wait_for("the window of the statistics", lambda: Window.find("^Range statistics$"), 5)
+        shown = self.user.look("range statistics")
+        expect(self.difference(before, shown) > 10000, "the band lies over the candles")
+        self.user.drag(self.point(0.45, 0.25), self.point(0.50, 0.25))
+        expect(self.difference(shown, self.user.look("band moved")) > 1000, "the band follows the mouse")
+        self.expect_keyboard("moving the band")
+        self.user.key("s")
+        self.user.move(self.point(0.5, 0.1))
+        left = self.difference(before, self.user.look("range statistics closed"))
+        expect(left < 100, f"nothing is left of the band, but {left} px are")
+
     def difference(self, before, after, top=0.12, bottom=0.70):
         """Pixels of a band of the chart that changed, of the candle pane if none is named."""
         x, y, width, height = self.area(top, bottom)
@@ -307,6 +321,7 @@ def main():
             session.delete_all()
             note = session.write_note()
             session.draw_families()
+            session.range_statistics()
             session.quit(chart)
             chart = subprocess.Popen([program], env=environment)
             back = Session(session.user).candles("after a restart")

@@ -57,6 +57,31 @@ std::optional<BoxStatistics> boxStatistics(std::span<const Bar> bars)
     return box;
 }
 
+std::optional<RangeStatistics> rangeStatistics(const BarSeries& series, int first, int last)
+{
+    first = std::max(first, 0);
+    last = std::min(last, series.size() - 1);
+    if (last < first)
+        return std::nullopt;
+    const auto bars =
+        std::span(series.bars()).subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first) + 1);
+    const auto box = boxStatistics(bars);
+    const double before = first > 0 ? series.at(first - 1).close : bars.front().open;
+    RangeStatistics range{.count = box->count,
+                          .first = series.timeAt(first),
+                          .last = series.timeAt(last),
+                          .change = bars.back().close - before,
+                          .percentChange = percentChange(before, bars.back().close),
+                          .high = box->high,
+                          .low = box->low,
+                          .amplitude = box->amplitude};
+    for (const Bar& bar : bars) {
+        range.meanClose += bar.close / range.count;
+        range.volume += bar.volume;
+    }
+    return range;
+}
+
 std::int32_t signedBarCount(int start, int end)
 {
     return end >= start ? end - start + 1 : end - start - 1;

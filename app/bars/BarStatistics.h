@@ -31,6 +31,23 @@ struct BoxStatistics {
 /// Nothing for no bars.
 std::optional<BoxStatistics> boxStatistics(std::span<const Bar> bars);
 
+/// What a stretch of bars came to.
+struct RangeStatistics {
+    int count = 0;
+    BarTime first;
+    BarTime last;
+    double change = 0; ///< from the close before the first bar, or its open where none is before, to the last close
+    double percentChange = 0; ///< the same in percent
+    double high = 0;
+    double low = 0;
+    double meanClose = 0;
+    double amplitude = 0; ///< as in BoxStatistics
+    double volume = 0;
+};
+
+/// Of the bars `first` to `last`, both counted, as far as they are loaded; nothing when none is.
+std::optional<RangeStatistics> rangeStatistics(const BarSeries& series, int first, int last);
+
 /// Bars from index `start` to index `end`, both counted; negative when `end` lies to the left.
 std::int32_t signedBarCount(int start, int end);
 

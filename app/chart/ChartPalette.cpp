@@ -60,5 +60,18 @@ void ChartPalette::follow(bool isIntraday, std::int64_t paneTypes)
     // The pane's tools narrow the profile's, so a profile that is set already has to be taken afresh.
     palette.setControlKey(QString());
     palette.setControlKey(isIntraday ? QZPaintControlRealTimeKey : QZPaintControlCandlestickKey);
-    palette.setEnableTypes(palette.enableTypes() & static_cast<std::uint64_t>(paneTypes));
+    const std::uint64_t chartTypes = palette.enableTypes();
+    palette.setEnableTypes(chartTypes & static_cast<std::uint64_t>(paneTypes));
+
+    const QString otherChart =
+        isIntraday ? QObject::tr("%1 (not on an intraday chart)") : QObject::tr("%1 (only on an intraday chart)");
+    for (auto* button : palette.window().findChildren<QAbstractButton*>()) {
+        const auto type = static_cast<std::uint64_t>(enumQZShapeType(button->objectName()));
+        const QString& name = button->accessibleName();
+        if ((palette.enableTypes() & type) != 0)
+            button->setToolTip(name);
+        else
+            button->setToolTip(
+                ((chartTypes & type) == 0 ? otherChart : QObject::tr("%1 (not in this pane)")).arg(name));
+    }
 }

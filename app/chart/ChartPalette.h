@@ -26,7 +26,8 @@ public:
     /// The button of a tool; null when the palette's interface has none.
     static QAbstractButton* button(QZShapeType type);
 
-    /// Enables what suits the chart's period and is among `paneTypes`, the active pane's tools.
+    /// Enables what suits the chart's period and is among `paneTypes`, the active pane's tools. The others' tooltips
+    /// say why not.
     static void follow(bool isIntraday, std::int64_t paneTypes);
 
 private:

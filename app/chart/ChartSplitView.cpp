@@ -66,6 +66,14 @@ void ChartSplitView::refreshPanes()
         pane->refresh(axisWidth);
 }
 
+void ChartSplitView::removeAllGraphs(QZPaintControl& sender)
+{
+    const QPointer<ChartSplitView> self(this); // its window may close under the question
+    QZPaintSplitView::removeAllGraphs(sender);
+    if (self != nullptr)
+        Q_EMIT figuresRemoved();
+}
+
 void ChartSplitView::mousePressEvent(QMouseEvent* event)
 {
     const QZPaintManagerView* before = activeView();

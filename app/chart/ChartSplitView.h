@@ -27,11 +27,15 @@ public:
     void setChartData(const std::shared_ptr<const ChartData>& shown);
     void applyTheme();
 
+    void removeAllGraphs(QZPaintControl& sender) override;
+
 Q_SIGNALS:
     /// The bar under the mouse, loaded or not; nothing when the mouse is on no pane's plot.
     void barPointedAt(std::optional<int> bar);
     /// A press chose another pane, or none.
     void activePaneChanged();
+    /// The user deleted all figures, or was asked and kept them.
+    void figuresRemoved();
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;

@@ -25,6 +25,7 @@ ChartWindow::ChartWindow(QWidget* parent)
     : QMainWindow(parent),
       chart_(new ChartSplitView(this)),
       palette_(*this),
+      statistics_(*chart_),
       summary_(new QLabel(this)),
       barLabel_(new QLabel(this))
 {
@@ -67,6 +68,8 @@ void ChartWindow::addTools()
     };
     add(tr("Drawing tools"), tr("Open or close the drawing tools (P); digits 1 to 6 pick a line"),
         [this] { palette_.toggle(); });
+    add(tr("Range statistics"), tr("Show what the bars under a band came to (S); drag the band or its edges"),
+        [this] { statistics_.toggle(); });
     add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"), &ChartWindow::switchTheme);
 }
 
@@ -118,6 +121,7 @@ bool ChartWindow::shows(const BarSeries& series) const
 
 void ChartWindow::showBars(const BarReadResult& result)
 {
+    statistics_.close();
     // The same stock and period again, perhaps with more bars: the figures stay where they are.
     const bool isSameGroup = shows(result.series);
     if (!isSameGroup)
@@ -217,6 +221,8 @@ void ChartWindow::keyPressEvent(QKeyEvent* event)
     const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == 0;
     if (isPlain && event->key() == Qt::Key_P)
         palette_.toggle();
+    else if (isPlain && event->key() == Qt::Key_S)
+        statistics_.toggle();
     else if (isPlain && event->key() == Qt::Key_T)
         switchTheme();
     else if (!isPlain || !ChartPalette::pressKey(event->key()))

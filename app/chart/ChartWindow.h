@@ -3,6 +3,7 @@
 #include "app/bars/BarReader.h"
 #include "app/chart/ChartData.h"
 #include "app/chart/ChartPalette.h"
+#include "app/chart/RangeStatisticsWindow.h"
 #include "platform/QZNotificationCenter.h"
 
 #include <QMainWindow>
@@ -53,6 +54,7 @@ private:
     std::shared_ptr<const ChartData> data_ = std::make_shared<const ChartData>();
     ChartSplitView* chart_;
     ChartPalette palette_;
+    RangeStatisticsWindow statistics_;
     QLabel* summary_;
     QLabel* barLabel_;
     QZObservation styleObservation_;
