@@ -2,6 +2,7 @@
 #include "platform/QZFrameComFun.h"
 #include "platform/QZGetFixData.h"
 #include "platform/QZGlobalEnv.h"
+#include "support/Spies.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,49 +11,37 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
+#include <memory>
+#include <utility>
+
+using namespace Qt::StringLiterals;
 
 TEST(GetFixData, WritesCompactNumbers)
 {
-    struct Row {
-        double value;
-        int option;
-        const char16_t* text;
-    };
-    for (const Row& row :
-         {Row{1234.5, 0, u"1234.50"}, Row{-0.001, 0, u"0.00"}, Row{1e4, 0, u"1.00万"}, Row{9999.996, 0, u"1.00万"},
-          Row{9999.994, 0, u"9999.99"}, Row{-2.5e6, 0, u"-250.00万"}, Row{99999999, 0, u"1.00亿"},
-          Row{1.5e13, 0, u"150000.00亿"}, Row{12345, 1, u"1.2万"}, Row{9999.96, 1, u"1.0万"}, Row{12345, -3, u"1.23万"},
-          Row{-std::numeric_limits<double>::infinity(), 0, u"--"}, Row{std::nan(""), 0, u"--"}})
-        EXPECT_EQ(QZGetFixData(row.value, row.option), QString::fromUtf16(row.text)) << row.value;
+    QStringList texts;
+    for (const double value : {1234.5, -0.001, 1e4, 9999.996, 9999.994, -2.5e6, 99999999.0, 1.5e13, std::nan("")})
+        texts << QZGetFixData(value, 0);
+    for (const auto& [value, option] : {std::pair{12345.0, 1}, {9999.96, 1}, {12345.0, -3}, {0.5, 9}, {0.5, 10}})
+        texts << QZGetFixData(value, option);
+    EXPECT_EQ(texts.join(u' '), u"1234.50 0.00 1.00万 1.00万 9999.99 -250.00万 1.00亿 150000.00亿 -- "
+                                "1.2万 1.0万 1.23万 0.500000000 0.50"_s);
 }
 
-class Files : public testing::Test {
-protected:
-    void SetUp() override { QZFrameComFun::setRootFolder(root_.path()); }
-    void TearDown() override
-    {
-        QZGlobalEnv::getShareInstance().setLoginUser({});
-        QZFrameComFun::setRootFolder({});
-    }
-
-    static QString pathFor(const QString& user, bool isNeedWrite)
-    {
-        QZGlobalEnv::getShareInstance().setLoginUser(user);
-        return QZFrameComFun::getUserAccountFilePath(QStringLiteral("f.db"), isNeedWrite);
-    }
-
-    QTemporaryDir root_;
-};
-
-TEST_F(Files, EveryUserHasAFolderOfHisOwnInsideTheAccountsFolder)
+TEST(Files, LieInTheUsersOwnFolderAndInTheHostsBeforeTheLibrarys)
 {
-    const QString accounts = root_.filePath(QStringLiteral("accounts"));
-    EXPECT_EQ(pathFor(QStringLiteral("ann_b-2"), false), accounts + QStringLiteral("/ann_b-2/f.db"));
+    const QTemporaryDir root;
+    const QString before = QZFrameComFun::setRootFolder(root.path());
+    const auto pathFor = [](const QString& user, bool isNeedWrite) {
+        QZGlobalEnv::getShareInstance().setLoginUser(user);
+        return QZFrameComFun::getUserAccountFilePath(u"f.db"_s, isNeedWrite);
+    };
+    const QString accounts = root.filePath(u"accounts"_s);
+    EXPECT_EQ(pathFor(u"ann_b-2"_s, false), accounts + u"/ann_b-2/f.db"_s);
     EXPECT_FALSE(QDir(accounts).exists()) << "reading creates nothing";
-    QStringList users = QStringLiteral("%none,.,..,../../x,/etc,a/b,a\\b,a b,bob,Bob,%42ob,用户,con,").split(u',');
-    users << QString(QChar(0xd800)) << QString(QChar(0xd801)) << QString(QChar(u'\0')) << QString(300, u'户')
-          << QString(500, u'x') << QString(501, u'x');
+    QStringList users = u"%none,.,..,../../x,/etc,a/b,a\\b,a b,bob,Bob,%42ob,用户,con,"_s.split(u',');
+    for (const auto& [length, letter] :
+         {std::pair{1, u'\xd800'}, {1, u'\xd801'}, {1, u'\0'}, {300, u'户'}, {500, u'x'}, {501, u'x'}})
+        users << QString(length, letter);
     QSet<QString> folders;
     for (const QString& user : users) {
         SCOPED_TRACE(user.toStdString());
@@ -62,25 +51,50 @@ TEST_F(Files, EveryUserHasAFolderOfHisOwnInsideTheAccountsFolder)
         folders.insert(folder.toLower());
     }
     EXPECT_EQ(folders.size(), users.size());
-}
+    QZGlobalEnv::getShareInstance().setLoginUser({});
 
-TEST_F(Files, AStorageFileOfTheHostComesBeforeTheLibrarys)
-{
-    const auto path = [](bool write) { return QZFrameComFun::getStorageFilePath(1, {}, QStringLiteral("p"), write); };
-    EXPECT_EQ(path(false), QStringLiteral(":/qz/storage/p"));
+    const auto path = [](bool write) { return QZFrameComFun::getStorageFilePath(1, {}, u"p"_s, write); };
+    EXPECT_EQ(path(false), u":/qz/storage/p"_s);
     QFile file(path(true));
-    EXPECT_EQ(file.fileName(), root_.filePath(QStringLiteral("storage/p")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(file.fileName(), root.filePath(u"storage/p"_s));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     EXPECT_EQ(path(false), file.fileName());
+    QZFrameComFun::setRootFolder(before);
 }
 
 TEST(Alert, AnswersAButtonOfTheRequest)
 {
-    const QZAlertRequest request{QStringLiteral("Delete all?"), {QStringLiteral("No"), QStringLiteral("Yes")}};
-    int answer = 1001;
-    const QZAlert::Runner previous = QZAlert::setRunner([&](const QZAlertRequest&) { return answer; });
-    EXPECT_EQ(QZAlert::run(request), 1001);
-    answer = 1002;
-    EXPECT_EQ(QZAlert::run(request), 1000);
-    QZAlert::setRunner(previous);
+    const QZAlertRequest request{u"Delete all?"_s, {u"No"_s, u"Yes"_s}};
+    QList<int> answers;
+    for (const int pressed : {1001, 1002, 999}) {
+        QZAlert::setRunner([=](const QZAlertRequest&) { return pressed; });
+        answers << QZAlert::run(request);
+    }
+    QZAlert::setRunner({});
+    const LogSpy log;
+    answers << QZAlert::run(request);
+    EXPECT_EQ(answers, (QList<int>{1001, 1000, 1000, 1000}));
+    EXPECT_EQ(log.lines.size(), 1) << "nobody could be asked";
+}
+
+TEST(NotificationCenter, KeepsItsPromisesWhileAPostIsUnderWay)
+{
+    QZNotificationCenter center;
+    QString heard;
+    QZObservation self;
+    QZObservation victim;
+    QZObservation late;
+    const auto shared = std::make_shared<QString>(u"a"_s);
+    self = center.observe(u"topic"_s, [&, shared](const QZNotification&) {
+        self.reset(); // the handler goes on living until it returns
+        victim.reset();
+        late = center.observe(u"topic"_s, [&](const QZNotification&) { heard += u'l'; });
+        heard += *shared;
+    });
+    victim = center.observe(u"topic"_s, [&](const QZNotification&) { heard += u'v'; });
+    center.post(u"topic"_s);
+    EXPECT_EQ(heard, u"a"_s) << "a removed observer is not called, nor one added meanwhile";
+    EXPECT_EQ(shared.use_count(), 1) << "a dropped handler must let go of what it captured";
+    center.post(u"topic"_s);
+    EXPECT_EQ(heard, u"al"_s);
 }
