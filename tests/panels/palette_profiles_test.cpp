@@ -9,122 +9,106 @@
 
 #include <gtest/gtest.h>
 #include <string>
+#include <tuple>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr std::uint64_t all = QZAllEnabledTypes;
 constexpr std::uint64_t allButFan = 0x3ffffffbfff;
 const std::string fanOff = "<key>QZSTGannFan</key><false/>";
-const std::string numbers = "<key>QZSTRay</key><integer>2</integer><key>QZSTGannFan</key><integer>0</integer>"
-                            "<key>QZSTStraight</key><real>0.5</real><key>QZSTArc</key><real>0</real>";
+const auto xml = [](const std::string& body) { return "<?xml version='1.0'?><!-- < > --><plist>" + body + "</plist>"; };
+const auto profile = [](const std::string& rows) { return xml("<dict><key>P</key><dict>" + rows + "</dict></dict>"); };
 
 class PaletteProfiles : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        rootBefore_ = QZFrameComFun::setRootFolder(root_.path());
-        path_ = QZFrameComFun::getStorageFilePath(1, {}, QStringLiteral("QZPaintControl.plist"), true);
-    }
-    void TearDown() override { QZFrameComFun::setRootFolder(rootBefore_); }
+    ~PaletteProfiles() override { QZFrameComFun::setRootFolder(rootBefore_); }
 
     void write(const std::string& bytes)
     {
         QFile file(path_);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes.data(), static_cast<qint64>(bytes.size()));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(QByteArray::fromStdString(bytes)) >= 0);
     }
 
     QTemporaryDir root_;
-    QString rootBefore_;
-    QString path_;
+    QString rootBefore_ = QZFrameComFun::setRootFolder(root_.path());
+    QString path_ = QZFrameComFun::getStorageFilePath(1, {}, u"QZPaintControl.plist"_s, true);
     LogSpy log_;
 };
-
-std::string xml(const std::string& body)
-{
-    return R"(<?xml version="1.0"?><!-- < > --><plist version="1.0">)" + body + "</plist>";
-}
-
-std::string profile(const std::string& entries)
-{
-    return xml("<dict><key>P</key><dict>" + entries + "</dict></dict>");
-}
 
 } // namespace
 
 TEST_F(PaletteProfiles, WhatCannotBeUsedForbidsNothingAndIsLoggedOnce)
 {
-    struct Row {
-        const char* name;
-        std::string bytes;
-        std::uint64_t mask;
-        const char* logged; // empty for no line
-    };
-    for (const Row& row : {
-             Row{"one off", profile("<key>QZSTRay</key><true/>" + fanOff), allButFan, ""},
-             Row{"beyond the mask", profile("<key>QZSTToolRangeStatistics</key><false/>"), all, ""},
-             Row{"text", profile("<key>QZSTRay</key><string>0</string>" + fanOff), allButFan, "neither a boolean"},
-             Row{"numbers", profile(numbers), allButFan & ~QZSTArc, ""},
-             Row{"byte order mark", "\xef\xbb\xbf" + profile(fanOff), allButFan, ""},
-             Row{"misspelt", profile("<key>QZSTGanFan</key><false/>"), all, "QZSTGanFan of P is not a tool"},
-             Row{"binary", "bplist00", all, "only XML"},
-             Row{"empty", "", all, "root is not a dictionary"},
-             Row{"root is an array", xml("<array><true/></array>"), all, "root is not a dictionary"},
-             Row{"malformed", xml("<dict><key>P</dict>"), all, "not a well-formed"},
-             Row{"no text", std::string("\0\xff<dict>\0\xfe", 10), all, "not a well-formed"},
-             Row{"too large", profile(fanOff) + std::string(256 * 1024, ' '), all, "larger than 262144 bytes"},
-             Row{"very deep", xml(QByteArray("<dict><key>P</key>").repeated(9000).toStdString()), all, "more than 256"},
+    const std::string numbers = "<key>QZSTRay</key><integer>2</integer><key>QZSTGannFan</key><integer>0</integer>"
+                                "<key>QZSTStraight</key><real>0.5</real><key>QZSTArc</key><real>0</real>";
+    // Each with the line that is logged, if any.
+    for (const auto& [name, bytes, mask, logged] : {
+             std::tuple{"one off", profile("<key>QZSTRay</key><true/>" + fanOff), allButFan, ""},
+             {"beyond the mask", profile("<key>QZSTToolRangeStatistics</key><false/>"), all, ""},
+             {"text", profile("<key>QZSTRay</key><string>0</string>" + fanOff), allButFan, "neither a boolean"},
+             {"numbers", profile(numbers), allButFan & ~QZSTArc, ""},
+             {"byte order mark", "\xef\xbb\xbf" + profile(fanOff), allButFan, ""},
+             {"misspelt", profile("<key>QZSTGanFan</key><false/>"), all, "QZSTGanFan of P is not a tool"},
+             {"no profile", xml("<dict><key>P</key><true/></dict>"), all, "P is not a dictionary"},
+             {"binary", "bplist00", all, "only XML"},
+             {"empty", "", all, "root is not a dictionary"},
+             {"root is an array", xml("<array><true/></array>"), all, "root is not a dictionary"},
+             {"malformed", xml("<dict><key>P</dict>"), all, "not a well-formed"},
+             {"no text", std::string("\0\xff<dict>\0\xfe", 10), all, "not a well-formed"},
+             {"too large", profile(fanOff) + std::string(256 * 1024, ' '), all, "larger than 262144 bytes"},
+             {"very deep", xml(QByteArray("<dict><key>P</key>").repeated(9000).toStdString()), all, "more than 256"},
          }) {
-        SCOPED_TRACE(row.name);
-        write(row.bytes);
+        SCOPED_TRACE(name);
+        write(bytes);
         log_.lines.clear();
-        EXPECT_EQ(QZPaintControlProfiles::readFile(path_).enableTypes(QStringLiteral("P")), row.mask);
+        EXPECT_EQ(QZPaintControlProfiles::readFile(path_).enableTypes(u"P"_s), mask);
         const QString line = log_.lines.join(u'\n');
-        EXPECT_EQ(log_.lines.size(), *row.logged == 0 ? 0 : 1) << line.toStdString();
-        EXPECT_TRUE(line.contains(QLatin1String(row.logged))) << line.toStdString();
-        EXPECT_TRUE(line.isEmpty() || line.contains(path_)) << line.toStdString();
+        EXPECT_EQ(log_.lines.size(), *logged == 0 ? 0 : 1) << line.toStdString();
+        EXPECT_TRUE(line.contains(QLatin1String(logged)) && (line.isEmpty() || line.contains(path_)))
+            << line.toStdString();
     }
 }
 
 TEST_F(PaletteProfiles, AKeyAppliesItsProfileFromAFileReadOnce)
 {
-    QZPaintControl palette(QStringLiteral("QZPaintControl"));
+    QZPaintControl palette(u"QZPaintControl"_s);
     palette.setControlKey(QZPaintControlRealTimeKey); // the library's own file, since the host brings none
     EXPECT_EQ(palette.enableTypes(), all & ~static_cast<std::uint64_t>(QZSTBoxLine | QZSTFibonacci));
     palette.setControlKey(QZPaintControlCandlestickKey);
     EXPECT_EQ(palette.enableTypes(), all);
 
     write(profile(fanOff));
-    palette.setControlKey(QStringLiteral("P"));
+    palette.setControlKey(u"P"_s);
     EXPECT_EQ(palette.enableTypes(), all);
-    QZPaintControl next(QStringLiteral("QZPaintControl"));
-    next.setControlKey(QStringLiteral("P"));
-    EXPECT_FALSE(next.window().findChild<QWidget*>(QStringLiteral("QZSTGannFan"))->isEnabled());
-    next.setControlKey(QStringLiteral("no such profile"));
+    QZPaintControl next(u"QZPaintControl"_s);
+    next.setControlKey(u"P"_s);
+    EXPECT_FALSE(next.window().findChild<QWidget*>(u"QZSTGannFan"_s)->isEnabled());
+    next.setControlKey(u"no such profile"_s);
     EXPECT_EQ(next.enableTypes(), all);
     EXPECT_EQ(log_.lines, QStringList());
 }
 
 TEST_F(PaletteProfiles, AHostsOwnFileNamesItsButtonsOnce)
 {
-    path_ = root_.filePath(QStringLiteral("QZPaintControl.ui"));
+    path_ = root_.filePath(u"QZPaintControl.ui"_s);
     QZInterfaceLoader::setHostFolder(root_.path());
-    std::string ui = R"(<ui version="4.0"><widget class="QWidget" name="QZPaintControl">)";
-    for (const auto& [type, given] :
-         {std::pair{"QZSTRay", "toolTip"}, {"QZSTArc", "accessibleName"}, {"QZSTCycle", ""}})
-        ui += std::string(R"(<widget class="QZPaintToolCtrlBtn" name=")") + type + R"("><property name=")" + given +
-              R"("><string>its name</string></property>)"
-              R"(<property name="action" stdset="0"><string>changeShape</string></property></widget>)";
-    write(ui + "</widget></ui>");
-    QZPaintControl palette(QStringLiteral("QZPaintControl"));
+    const auto named = [](const std::string& type, const std::string& given) {
+        return "<widget class='QZPaintToolCtrlBtn' name='" + type + "'><property name='action' stdset='0'><string>" +
+               "changeShape</string></property><property name='" + given + "'><string>A</string></property></widget>";
+    };
+    write("<ui version='4.0'><widget class='QWidget' name='QZPaintControl'>" + named("QZSTRay", "toolTip") +
+          named("QZSTArc", "accessibleName") + named("QZSTCycle", "") + "</widget></ui>");
+    QZPaintControl palette(u"QZPaintControl"_s);
     QStringList names;
     for (const auto* one : palette.window().findChildren<QAbstractButton*>())
         names += one->accessibleName() + u'/' + one->toolTip();
-    EXPECT_EQ(names.join(u' '), QStringLiteral("its name/its name its name/its name QZSTCycle/"));
+    EXPECT_EQ(names.join(u' '), u"A/A A/A QZSTCycle/"_s);
     EXPECT_EQ(log_.lines, QStringList());
 
     write("<ui>");
-    const QZPaintControl fallback(QStringLiteral("QZPaintControl"));
+    const QZPaintControl fallback(u"QZPaintControl"_s);
     EXPECT_EQ(log_.lines.size(), 1);
     EXPECT_TRUE(log_.lines.value(0).contains(path_)) << "the library's own is taken instead";
     QZInterfaceLoader::setHostFolder({});

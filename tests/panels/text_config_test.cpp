@@ -4,30 +4,27 @@
 
 #include <QColorDialog>
 #include <QInputMethodEvent>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 struct Recorder final : QZPaintTextConfigWCDelegate {
     using Panel = QZPaintTextConfigWC;
     QStringList messages;
-    int fieldHeight = 0; ///< when the size was told
 
-    void paintTextConfigTextDidChange(Panel&, const QString& t) override { messages << QStringLiteral("text ") + t; }
-    void paintTextConfigColorDidChange(Panel&, const QColor& c) override
-    {
-        messages << QStringLiteral("color ") + c.name();
-    }
+    void paintTextConfigTextDidChange(Panel&, const QString& t) override { messages << u"text "_s + t; }
+    void paintTextConfigColorDidChange(Panel&, const QColor& c) override { messages << u"color "_s + c.name(); }
     void paintTextConfigSizeDidChange(Panel& panel, std::int64_t size) override
     {
-        messages << QStringLiteral("size %1").arg(size);
-        fieldHeight = panel.window().findChild<QZPaintTextField*>()->height();
+        const int height = panel.window().findChild<QZPaintTextField*>()->height();
+        messages << u"size %1 in %2"_s.arg(size).arg(height);
     }
 
-    QStringList taken() { return std::exchange(messages, {}); }
+    QString taken() { return std::exchange(messages, {}).join(u'|'); }
 };
 
 class TextConfig : public ::testing::Test {
@@ -40,65 +37,59 @@ protected:
         ASSERT_TRUE(getsKeyboard(&editor.window()));
     }
 
+    QString shown()
+    {
+        const QString color = field.palette().color(QPalette::Text).name();
+        return u"%1, %2, %3, %4 px"_s.arg(editor.text(), color).arg(editor.size()).arg(field.font().pixelSize());
+    }
+
     QWidget chart;
     Recorder delegate;
-    QZPaintTextConfigWC editor{QStringLiteral("QZPaintTextConfigWC")};
-    QZPaintTextField& field = *editor.window().findChild<QZPaintTextField*>(QStringLiteral("txtText"));
-    QComboBox& sizes = *editor.window().findChild<QComboBox*>(QStringLiteral("popSize"));
+    QZPaintTextConfigWC editor{u"QZPaintTextConfigWC"_s};
+    QZPaintTextField& field = *editor.window().findChild<QZPaintTextField*>(u"txtText"_s);
+    QComboBox& sizes = *editor.window().findChild<QComboBox*>(u"popSize"_s);
 };
 
 } // namespace
 
 TEST_F(TextConfig, ShowsANoteWithoutTellingAnybody)
 {
-    EXPECT_EQ(editor.text(), QStringLiteral("新建"));
+    EXPECT_TRUE(shown().startsWith(u"新建, ") && shown().endsWith(u", 12, 12 px"));
     EXPECT_EQ(editor.window().pos(), QPoint(30, 40));
     EXPECT_TRUE(field.hasFocus());
-    editor.setText(QStringLiteral("top\nof the wave"));
+    editor.setText(u"top\nof the wave"_s);
     editor.setColor(Qt::red);
     editor.setSize(20);
-    EXPECT_EQ(editor.text(), QStringLiteral("top\nof the wave"));
-    EXPECT_EQ(editor.color(), QColor(Qt::red));
-    EXPECT_EQ(field.palette().color(QPalette::Text), QColor(Qt::red));
-    EXPECT_EQ(editor.size(), 20);
-    EXPECT_EQ(field.font().pixelSize(), 20);
+    EXPECT_EQ(shown(), u"top\nof the wave, #ff0000, 20, 20 px"_s);
     editor.setSize(13);
-    EXPECT_EQ(editor.size(), 0) << "not on the menu";
-    EXPECT_EQ(field.font().pixelSize(), 13);
-    EXPECT_EQ(delegate.taken(), QStringList());
-    EXPECT_EQ(sizes.itemText(0), QStringLiteral("8"));
-    EXPECT_EQ(sizes.itemText(sizes.count() - 1), QStringLiteral("72"));
-    EXPECT_GE(sizes.findData(12), 0);
+    EXPECT_EQ(shown(), u"top\nof the wave, #ff0000, 0, 13 px"_s) << "not on the menu";
+    EXPECT_EQ(editor.color(), QColor(Qt::red));
+    EXPECT_EQ(delegate.taken(), QString());
+    EXPECT_EQ(sizes.itemText(0) + u" to "_s + sizes.itemText(sizes.count() - 1), u"8 to 72"_s);
 }
 
-TEST_F(TextConfig, TellsEveryKeystrokeAndGrowsWithItsLines)
+TEST_F(TextConfig, TellsEveryKeystrokeGrowsWithItsLinesAndEndsTheEdit)
 {
     field.selectAll();
-    QTest::keyClicks(&field, QStringLiteral("ab"));
-    EXPECT_EQ(delegate.taken(), (QStringList{QStringLiteral("text a"), QStringLiteral("text ab")}));
+    QTest::keyClicks(&field, u"ab"_s);
+    EXPECT_EQ(delegate.taken(), u"text a|text ab"_s);
     const int oneLine = field.height();
     const int window = editor.window().height();
     QTest::keyClick(&field, Qt::Key_Return, Qt::ShiftModifier);
-    EXPECT_EQ(delegate.taken(), QStringList{QStringLiteral("text ab\n")});
-    const int lineHeight = qRound(measureText(QStringLiteral("a"), field.font()).height);
+    EXPECT_EQ(delegate.taken(), u"text ab\n"_s);
+    const int lineHeight = qRound(measureText(u"a"_s, field.font()).height);
     EXPECT_NEAR(field.height(), oneLine + lineHeight, 1);
     EXPECT_EQ(editor.window().height() - window, field.height() - oneLine);
     QTest::keyClick(&field, Qt::Key_Backspace);
     EXPECT_EQ(field.height(), oneLine);
-
-    // What an input method composes is told when it is committed.
-    delegate.messages.clear();
-    QInputMethodEvent composing(QStringLiteral("zhang"), {});
+    QInputMethodEvent composing(u"zhang"_s, {});
     QCoreApplication::sendEvent(&field, &composing);
-    EXPECT_EQ(delegate.taken(), QStringList());
+    EXPECT_EQ(delegate.taken(), u"text ab"_s) << "not what is still being composed";
     QInputMethodEvent committed;
-    committed.setCommitString(QStringLiteral("涨📈"));
+    committed.setCommitString(u"涨📈"_s);
     QCoreApplication::sendEvent(&field, &committed);
-    EXPECT_EQ(delegate.taken(), QStringList{QStringLiteral("text ab涨📈")});
-}
+    EXPECT_EQ(delegate.taken(), u"text ab涨📈"_s);
 
-TEST_F(TextConfig, ReturnAndEscapeEndTheEdit)
-{
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
         editor.orderFront(chart, {30, 40});
         ASSERT_TRUE(getsKeyboard(&editor.window()));
@@ -106,35 +97,29 @@ TEST_F(TextConfig, ReturnAndEscapeEndTheEdit)
         EXPECT_FALSE(editor.window().isVisible());
         EXPECT_TRUE(getsKeyboard(&chart)) << key;
     }
-    EXPECT_EQ(delegate.taken(), QStringList());
+    EXPECT_EQ(delegate.taken(), QString());
 }
 
-TEST_F(TextConfig, ColourAndSizeAreToldAndShown)
+TEST_F(TextConfig, ColourAndSizeAreToldAndShownUntilTheDelegateDies)
 {
     const int height = field.height();
     sizes.setCurrentIndex(sizes.findData(48));
     Q_EMIT sizes.activated(sizes.currentIndex());
-    EXPECT_EQ(delegate.taken(), QStringList{QStringLiteral("size 48")});
-    EXPECT_EQ(delegate.fieldHeight, height) << "told before the field grows";
+    EXPECT_EQ(delegate.taken(), u"size 48 in %1"_s.arg(height)) << "told before the field grows";
     EXPECT_GT(field.height(), height);
-    EXPECT_EQ(field.font().pixelSize(), 48);
-
-    QTest::mouseClick(editor.window().findChild<QAbstractButton*>(QStringLiteral("cwColor")), Qt::LeftButton);
+    QTest::mouseClick(editor.window().findChild<QAbstractButton*>(u"cwColor"_s), Qt::LeftButton);
     auto* picker = editor.window().findChild<QColorDialog*>();
     ASSERT_NE(picker, nullptr);
     picker->setCurrentColor(Qt::blue);
-    EXPECT_EQ(delegate.taken(), QStringList{QStringLiteral("color #0000ff")});
-    EXPECT_EQ(field.palette().color(QPalette::Text), QColor(Qt::blue));
+    EXPECT_EQ(delegate.taken(), u"color #0000ff"_s);
+    EXPECT_EQ(shown(), u"新建, #0000ff, 48, 48 px"_s);
     editor.window().close();
     EXPECT_FALSE(picker->isVisible()) << "goes with the editor";
-}
 
-TEST_F(TextConfig, ForgetsADelegateThatDies)
-{
     {
         Recorder brief;
         editor.setDelegate(&brief);
     }
     EXPECT_EQ(editor.delegate(), nullptr);
-    QTest::keyClicks(&field, QStringLiteral("x"));
+    QTest::keyClicks(&field, u"x"_s);
 }
