@@ -50,11 +50,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     }
 
-    template <typename Widget = QWidget>
-    Widget& control(const char* name)
-    {
-        return *window.findChild<Widget*>(QLatin1String(name));
-    }
+    QWidget& control(const char* name) { return *window.findChild<QWidget*>(QLatin1String(name)); }
     void click(const char* name) { QTest::mouseClick(&control(name), Qt::LeftButton); }
     void press(const char* name, Qt::Key key) { QTest::keyClick(&control(name), key); }
     /// The tags of all items that are marked: "#3".
@@ -74,10 +70,10 @@ protected:
     Recorder delegate;
     QZPaintGraphConfigWC panel{u"QZPaintGraphConfigWC"_s};
     QZPanelWindow& window = panel.window();
-    QZPopUpButton& types = control<QZPopUpButton>("popLineType");
-    QZPopUpButton& widths = control<QZPopUpButton>("popLineWidth");
-    QZPaintGraphConfigColorWell& stroke = control<QZPaintGraphConfigColorWell>("cwStrokeColor");
-    QZPaintGraphConfigColorWell& fill = control<QZPaintGraphConfigColorWell>("cwFillColor");
+    QZPopUpButton& types = *window.findChild<QZPopUpButton*>(u"popLineType"_s);
+    QZPopUpButton& widths = *window.findChild<QZPopUpButton*>(u"popLineWidth"_s);
+    QZPaintGraphConfigColorWell& stroke = *window.findChild<QZPaintGraphConfigColorWell*>(u"cwStrokeColor"_s);
+    QZPaintGraphConfigColorWell& fill = *window.findChild<QZPaintGraphConfigColorWell*>(u"cwFillColor"_s);
 };
 
 } // namespace
