@@ -4,6 +4,7 @@
 
 #include <QColorDialog>
 #include <QInputMethodEvent>
+#include <QScrollBar>
 
 #include <gtest/gtest.h>
 #include <utility>
@@ -79,6 +80,7 @@ TEST_F(TextConfig, TellsEveryKeystrokeGrowsWithItsLinesAndEndsTheEdit)
     EXPECT_EQ(delegate.taken(), u"text ab\n"_s);
     const int lineHeight = qRound(measureText(u"a"_s, field.font()).height);
     EXPECT_NEAR(field.height(), oneLine + lineHeight, 1);
+    EXPECT_EQ(field.verticalScrollBar()->maximum(), 0) << "all of it shows";
     EXPECT_EQ(editor.window().height() - window, field.height() - oneLine);
     QTest::keyClick(&field, Qt::Key_Backspace);
     EXPECT_EQ(field.height(), oneLine);
