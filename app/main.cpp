@@ -2,6 +2,7 @@
 #include "app/bars/SampleBars.h"
 #include "app/chart/ChartWindow.h"
 #include "app/demo/DemoGestures.h"
+#include "model/QZPaintOptions.h"
 #include "platform/QZFrameComFun.h"
 #include "platform/QZGlobalEnv.h"
 
@@ -91,6 +92,11 @@ int main(int argc, char** argv)
 {
     const auto application = createApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("qzchart"));
+    QZPaintOptions::setCurrent({.bindsTexts = true,
+                                .failedLoadBarsSave = true,
+                                .keepsForeignRows = true,
+                                .hiddenFiguresIgnoreMouse = true,
+                                .magnetButtonTellsTruth = true});
 
     const QCommandLineOption demo(QStringLiteral("demo"),
                                   QStringLiteral("Play a demonstration and write what the window shows to PNG."),

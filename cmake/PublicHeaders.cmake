@@ -9,6 +9,7 @@ set(qz_public_headers
     model/QZPaintGraphOwner.h
     model/QZPaintLogicAxis.h
     model/QZPaintNotifications.h
+    model/QZPaintOptions.h
     model/QZPlaneGeometry.h
     panels/QZColorPicker.h
     panels/QZInterfaceLoader.h

@@ -1,6 +1,7 @@
 #include "panels/QZPaintControl.h"
 
 #include "model/QZPaintGraph.h"
+#include "model/QZPaintOptions.h"
 #include "panels/QZInterfaceLoader.h"
 #include "panels/QZPaintGraphConfigWC.h"
 #include "panels/QZSharedInstance.h"
@@ -220,8 +221,14 @@ void QZPaintControl::returnKeyboard()
 void QZPaintControl::setMagnetAction(QZPaintControlButton& sender)
 {
     magnet_ = !magnet_;
-    sender.setSelected(!sender.isSelected());
+    sender.setSelected(QZPaintOptions::current().magnetButtonTellsTruth ? magnet_ : !sender.isSelected());
     returnKeyboard();
+}
+
+void QZPaintControl::deselect(QZPaintControlButton& button) const
+{
+    const bool isMagnetButton = button.objectName() == strQZShapeType(QZSTToolMagnet);
+    button.setSelected(magnet_ && isMagnetButton && QZPaintOptions::current().magnetButtonTellsTruth);
 }
 
 void QZPaintControl::deleteAllGraphs(QZPaintControlButton& /*sender*/)
@@ -236,7 +243,7 @@ void QZPaintControl::eyeAction(QZPaintControlButton& sender)
     for (QZPaintControlButton* button : buttons()) {
         if (button == &sender || (enableTypes_ & typeOf(*button)) == 0)
             continue;
-        button->setSelected(false);
+        deselect(*button);
         // A flip, not a set: what a host enabled or disabled by hand in between ends up inverted.
         button->setEnabled(!button->isEnabled());
     }
@@ -267,7 +274,7 @@ void QZPaintControl::resetAllButtons(bool includingFunctions)
 {
     for (QZPaintControlButton* button : buttons()) {
         if (includingFunctions || !button->isFnButton())
-            button->setSelected(false);
+            deselect(*button);
     }
     if (lastSelectedBtn_ != nullptr)
         lastSelectedBtn_->setSelected(false);

@@ -82,6 +82,7 @@ private:
     void configWindowColors();
     void connectAction(QZPaintControlButton& button);
     [[nodiscard]] QList<QZPaintControlButton*> buttons() const;
+    void deselect(QZPaintControlButton& button) const;
     /// Tells the delegate which tool is chosen.
     void sendShape() const;
     /// Follows the figure being drawn: when it is finished its tool's button is released.

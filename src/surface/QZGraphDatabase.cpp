@@ -25,6 +25,13 @@ bool isSameName(std::string_view a, std::string_view b)
            std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
 }
 
+void bind(SQLite::Statement& statement, const QZGraphDatabase::Values& values)
+{
+    int index = 0;
+    for (const std::string& value : values)
+        statement.bind(++index, value);
+}
+
 } // namespace
 
 QZGraphResultSet::QZGraphResultSet(std::shared_ptr<SQLite::Database> connection,
@@ -148,8 +155,7 @@ void QZGraphDatabase::close()
     connection_.reset();
 }
 
-std::optional<QZGraphResultSet> QZGraphDatabase::executeQuery(const std::string& statement,
-                                                              const std::optional<std::string>& argument)
+std::optional<QZGraphResultSet> QZGraphDatabase::executeQuery(const std::string& statement, const Values& values)
 {
     if (!connection_) {
         failed("database is not open");
@@ -157,8 +163,7 @@ std::optional<QZGraphResultSet> QZGraphDatabase::executeQuery(const std::string&
     }
     try {
         auto prepared = std::make_unique<SQLite::Statement>(*connection_, statement);
-        if (argument)
-            prepared->bind(1, *argument);
+        bind(*prepared, values);
         return QZGraphResultSet(connection_, std::move(prepared));
     } catch (const std::exception& error) {
         failed(error.what());
@@ -166,12 +171,13 @@ std::optional<QZGraphResultSet> QZGraphDatabase::executeQuery(const std::string&
     }
 }
 
-bool QZGraphDatabase::executeUpdate(const std::string& statement)
+bool QZGraphDatabase::executeUpdate(const std::string& statement, const Values& values)
 {
     if (!connection_)
         return failed("database is not open");
     try {
         SQLite::Statement prepared(*connection_, statement);
+        bind(prepared, values);
         while (prepared.executeStep()) {
         }
         return true;
@@ -182,7 +188,7 @@ bool QZGraphDatabase::executeUpdate(const std::string& statement)
     }
 }
 
-bool QZGraphDatabase::executeInsert(const std::string& statement)
+bool QZGraphDatabase::executeInsert(const std::string& statement, const Values& values)
 {
     if (!isInTransaction())
         return failed("no transaction is active");
@@ -190,7 +196,7 @@ bool QZGraphDatabase::executeInsert(const std::string& statement)
     sqlite3_progress_handler(
         handle, maxInsertSteps, [](void*) { return 1; }, nullptr);
     const auto unbound = qScopeGuard([handle] { sqlite3_progress_handler(handle, 0, nullptr, nullptr); });
-    return executeUpdate(statement);
+    return executeUpdate(statement, values);
 }
 
 bool QZGraphDatabase::beginTransaction()

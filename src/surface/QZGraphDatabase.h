@@ -77,14 +77,16 @@ public:
     void close();
     [[nodiscard]] QString databasePath() const { return path_; }
 
-    /// Statements are UTF-8. With `argument` the statement's one "?" stands for that text. Nothing when the statement
-    /// is no good: it is not run yet, the first row is fetched by next().
-    std::optional<QZGraphResultSet> executeQuery(const std::string& statement,
-                                                 const std::optional<std::string>& argument = std::nullopt);
-    bool executeUpdate(const std::string& statement);
+    /// The texts that the "?" of a statement stand for, in order.
+    using Values = std::vector<std::string>;
+
+    /// Statements and values are UTF-8. Nothing when the statement is no good: it is not run yet, the first row is
+    /// fetched by next().
+    std::optional<QZGraphResultSet> executeQuery(const std::string& statement, const Values& values = {});
+    bool executeUpdate(const std::string& statement, const Values& values = {});
     /// Runs an INSERT that a user's texts stand in. Fails without a transaction, where it would be written at once. One
     /// that works longer than any row needs is stopped, see wasStopped().
-    bool executeInsert(const std::string& statement);
+    bool executeInsert(const std::string& statement, const Values& values = {});
     /// What went wrong last.
     [[nodiscard]] QString lastErrorMessage() const { return lastError_; }
     /// Whether what went wrong last was a statement that worked for too long. SQLite takes its transaction back.

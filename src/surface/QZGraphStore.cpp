@@ -2,6 +2,7 @@
 
 #include "model/QZDrawingTypes.h"
 #include "model/QZPaintGraph.h"
+#include "model/QZPaintOptions.h"
 #include "platform/QZFont.h"
 
 #include <QByteArray>
@@ -13,6 +14,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -65,18 +67,28 @@ void appendColor(std::string& statement, const QColor& color)
     }
 }
 
-void appendQuoted(std::string& statement, std::string_view utf8)
-{
-    statement += '\'';
-    statement += utf8;
-    statement += '\'';
-}
+/// A statement in the making.
+struct Statement {
+    std::string text;
+    QZGraphDatabase::Values values; ///< that stand for its "?"
 
-void appendQuoted(std::string& statement, const QString& text)
-{
-    const QByteArray utf8 = textOf(text).toUtf8();
-    appendQuoted(statement, std::string_view(utf8.constData(), static_cast<std::size_t>(utf8.size())));
-}
+    void appendText(std::string_view utf8)
+    {
+        if (QZPaintOptions::current().bindsTexts) {
+            text += '?';
+            values.emplace_back(utf8);
+            return;
+        }
+        text += '\'';
+        text += utf8;
+        text += '\'';
+    }
+    void appendText(const QString& value)
+    {
+        const QByteArray utf8 = textOf(value).toUtf8();
+        appendText(std::string_view(utf8.constData(), static_cast<std::size_t>(utf8.size())));
+    }
+};
 
 bool isDigit(char letter)
 {
@@ -193,7 +205,7 @@ std::vector<QZPaintLogicAxis> QZGraphStore::decodePoints(std::string_view text)
 std::optional<QString> QZGraphStore::createTableIfMissing()
 {
     auto count =
-        database_.executeQuery("SELECT COUNT(*) FROM sqlite_master WHERE TYPE='table' AND NAME=?", tableName());
+        database_.executeQuery("SELECT COUNT(*) FROM sqlite_master WHERE TYPE='table' AND NAME=?", {tableName()});
     // What keeps the question from being asked keeps the table from being made, and a lock is waited for once.
     if (!count)
         return database_.lastErrorMessage();
@@ -207,10 +219,15 @@ std::optional<QString> QZGraphStore::createTableIfMissing()
     return database_.lastErrorMessage();
 }
 
+bool QZGraphStore::isMissingTable(const QString& failure)
+{
+    return failure == QStringLiteral("no such table: ") + databaseTableName;
+}
+
 // A doubled quote is the only one that leaves the text whole.
 bool QZGraphStore::isBarred(const QString& key)
 {
-    return QString(key).remove(QStringLiteral("''")).contains(u'\'') &&
+    return !QZPaintOptions::current().bindsTexts && QString(key).remove(QStringLiteral("''")).contains(u'\'') &&
            !database_.failed("a key with an unpaired quote is barred");
 }
 
@@ -218,48 +235,57 @@ std::optional<QZGraphResultSet> QZGraphStore::selectGroup(const QString& key)
 {
     if (isBarred(key))
         return std::nullopt;
-    std::string statement = "SELECT * FROM " + tableName() + " WHERE graphIndex=";
-    appendQuoted(statement, key);
-    return database_.executeQuery(statement);
+    Statement select{"SELECT * FROM " + tableName() + " WHERE graphIndex=", {}};
+    select.appendText(key);
+    return database_.executeQuery(select.text, select.values);
 }
 
-bool QZGraphStore::deleteGroup(const QString& key)
+bool QZGraphStore::deleteGroup(const QString& key, const std::optional<Types>& types)
 {
     if (isBarred(key))
         return false;
-    std::string statement = "DELETE FROM " + tableName() + " WHERE graphIndex=";
-    appendQuoted(statement, key);
-    return database_.executeUpdate(statement);
+    Statement erase{"DELETE FROM " + tableName() + " WHERE graphIndex=", {}};
+    erase.appendText(key);
+    if (types) {
+        erase.text += " AND graphType IN (";
+        const char* before = "";
+        for (const std::int64_t type : *types) {
+            erase.text += std::exchange(before, ",");
+            appendInteger(erase.text, type);
+        }
+        erase.text += ')';
+    }
+    return database_.executeUpdate(erase.text, erase.values);
 }
 
 bool QZGraphStore::insertGraph(const QString& key, const QZPaintGraph& graph)
 {
     if (isBarred(key))
         return false;
-    std::string statement = "INSERT INTO " + tableName() + " VALUES (";
-    appendQuoted(statement, std::string_view(version.data(), static_cast<std::size_t>(version.size())));
-    statement += ",'','',";
-    appendQuoted(statement, key);
-    statement += ',';
-    appendQuoted(statement, encodePoints(graph.logicAxises()));
-    statement += ',';
-    appendInteger(statement, graph.type());
-    statement += ',';
-    appendInteger(statement, graph.lineType());
-    statement += ',';
-    appendInteger(statement, graph.lineWidth());
-    statement += graph.isLocked() ? ",1" : ",0";
-    appendColor(statement, graph.strokeColor());
-    appendColor(statement, graph.fillColor());
+    Statement insert{"INSERT INTO " + tableName() + " VALUES (", {}};
+    insert.appendText(std::string_view(version.data(), static_cast<std::size_t>(version.size())));
+    insert.text += ",'','',";
+    insert.appendText(key);
+    insert.text += ',';
+    insert.appendText(encodePoints(graph.logicAxises()));
+    insert.text += ',';
+    appendInteger(insert.text, graph.type());
+    insert.text += ',';
+    appendInteger(insert.text, graph.lineType());
+    insert.text += ',';
+    appendInteger(insert.text, graph.lineWidth());
+    insert.text += graph.isLocked() ? ",1" : ",0";
+    appendColor(insert.text, graph.strokeColor());
+    appendColor(insert.text, graph.fillColor());
     const QFont font = graph.font();
-    statement += ',';
-    appendQuoted(statement, font.family());
-    statement += ',';
-    appendInteger(statement, font.pixelSize() > 0 ? font.pixelSize() : QFontInfo(font).pixelSize());
-    statement += ',';
-    appendQuoted(statement, graph.text());
-    statement += ')';
-    return database_.executeInsert(statement);
+    insert.text += ',';
+    insert.appendText(font.family());
+    insert.text += ',';
+    appendInteger(insert.text, font.pixelSize() > 0 ? font.pixelSize() : QFontInfo(font).pixelSize());
+    insert.text += ',';
+    insert.appendText(graph.text());
+    insert.text += ')';
+    return database_.executeInsert(insert.text, insert.values);
 }
 
 QZGraphRow QZGraphStore::readRow(const QZGraphResultSet& row)

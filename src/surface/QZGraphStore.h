@@ -32,9 +32,9 @@ struct QZGraphRow {
 /// The statements on the table of figures, and how a figure is written as a row: see docs/store-format.md. The figures
 /// of one pane for one stock, cycle and view are a group, which shares one key.
 ///
-/// Texts stand between single quotes as they are. One with a quote in it makes its statement another one, which as a
-/// rule does not run; a key with an unpaired quote is barred: no statement with it runs, for it could reach other
-/// groups.
+/// Texts stand between single quotes as they are, unless QZPaintOptions::bindsTexts is on. One with a quote in it makes
+/// its statement another one, which as a rule does not run; a key with an unpaired quote is barred: no statement with
+/// it runs, for it could reach other groups.
 class QZGraphStore {
 public:
     static constexpr QLatin1StringView version{"1.0.0"};
@@ -50,9 +50,13 @@ public:
 
     /// Makes the table if the file has none. Why there is none now, or nothing when there is.
     std::optional<QString> createTableIfMissing();
+    /// Whether a query failed in this way because nothing was ever saved in the file.
+    static bool isMissingTable(const QString& failure);
     std::optional<QZGraphResultSet> selectGroup(const QString& key);
     QZGraphRow readRow(const QZGraphResultSet& row);
-    bool deleteGroup(const QString& key);
+    using Types = std::vector<std::int64_t>;
+    /// With `types` only the rows of these types.
+    bool deleteGroup(const QString& key, const std::optional<Types>& types = std::nullopt);
     bool insertGraph(const QString& key, const QZPaintGraph& graph);
 
 private:

@@ -1,6 +1,7 @@
 #include "surface/QZPaintLayer.h"
 
 #include "model/QZPaintNotifications.h"
+#include "model/QZPaintOptions.h"
 #include "platform/QZGlobalEnv.h"
 #include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintLayerHost.h"
@@ -20,11 +21,18 @@ void setPaintEditing(bool editing)
     QZGlobalEnv::getShareInstance().setGlobalContext(QZContextIsPaintEditing, QZContextIsPaintEditing, editing);
 }
 
+bool isInReach(const QZPaintGraph& graph)
+{
+    return !graph.isHidden() || !QZPaintOptions::current().hiddenFiguresIgnoreMouse;
+}
+
 std::shared_ptr<QZPaintGraph> nearestGraph(const QZGraphSet::Members& graphs, QZPoint point)
 {
     const std::shared_ptr<QZPaintGraph>* nearest = nullptr;
     double best = maxMinDistance;
     for (const auto& graph : graphs) {
+        if (!isInReach(*graph))
+            continue;
         const double distance = graph->minDistanceFromPoint(point);
         if (distance < best) {
             best = distance;
@@ -120,7 +128,7 @@ void QZPaintLayer::mouseMoved(QZPoint point)
     {
         const std::lock_guard lock(graphs_);
         isNear = std::ranges::any_of(*graphs_.snapshot(), [point](const auto& graph) {
-            return graph->isNearKeyPoint(point) || graph->isNearSelectionLine(point);
+            return isInReach(*graph) && (graph->isNearKeyPoint(point) || graph->isNearSelectionLine(point));
         });
     }
     if (!isNear)

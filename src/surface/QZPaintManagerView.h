@@ -117,7 +117,7 @@ private:
     static void openGraphDatabaseIfAbsent();
     static void closeGraphDatabase();
     void setCurrentGroup(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry);
-    void loadGroup(QZGraphDatabase& database);
+    bool loadGroup(QZGraphDatabase& database);
     bool saveGroup(QZGraphDatabase& database);
     void switchToFileOfUser();
     [[nodiscard]] QString groupDescription() const;
@@ -129,5 +129,6 @@ private:
     std::uint64_t currentCycle_ = 0;
     QString currentIdentify_;
     bool isValidateSaveDB_ = false;
+    std::int64_t loadedTypes_ = 0; // that were accepted when the group was loaded
     std::array<QZObservation, 4> observations_;
 };

@@ -1,4 +1,5 @@
 #include "model/QZPaintNotifications.h"
+#include "model/QZPaintOptions.h"
 #include "panels/QZPaintControl.h"
 #include "platform/QZFrameComFun.h"
 #include "platform/QZGlobalEnv.h"
@@ -54,6 +55,18 @@ bool caught(const QString& prefix, const Body& body)
     return false;
 }
 
+/// The types of rows that a pane which accepts `enableTypes` reads and replaces, where it keeps others; else nothing.
+std::optional<QZGraphStore::Types> ownTypes(std::int64_t enableTypes)
+{
+    if (!QZPaintOptions::current().keepsForeignRows)
+        return std::nullopt;
+    QZGraphStore::Types types;
+    for (const QZPaintToolRow& tool : paintToolTable())
+        if ((tool.type & enableTypes) != 0)
+            types.push_back(tool.type);
+    return types;
+}
+
 /// The finished figure that `row` holds, tied to the pane's layer; null for a type that the pane does not accept.
 std::shared_ptr<QZPaintGraph> graphOf(QZGraphRow row, const QZPaintManagerView& pane)
 {
@@ -74,9 +87,12 @@ std::shared_ptr<QZPaintGraph> graphOf(QZGraphRow row, const QZPaintManagerView& 
 QZGraphSet::Members readGraphs(QZGraphStore& store, QZGraphResultSet& rows, const QZPaintManagerView& pane)
 {
     const QString flag = QZContextIsPaintEditing;
+    const auto types = ownTypes(pane.enableTypes());
     QZGraphSet::Members graphs;
     while (rows.next()) {
-        if (auto graph = graphOf(store.readRow(rows), pane))
+        QZGraphRow row = store.readRow(rows);
+        const bool isForeign = types && std::ranges::count(*types, row.graphType) == 0;
+        if (auto graph = isForeign ? nullptr : graphOf(std::move(row), pane))
             graphs.push_back(std::move(graph));
         // What comes from a file is not being painted.
         QZGlobalEnv::getShareInstance().setGlobalContext(flag, flag, false);
@@ -103,12 +119,14 @@ bool logWriteError(const QZGraphDatabase& database)
     return false;
 }
 
-/// Replaces the group of `key` by `graphs`, up to the first that cannot be written. False when the stored group must
-/// stay as it was: the caller then closes the file, which takes back what was not committed.
-bool replaceGroup(QZGraphDatabase& database, const QString& key, std::span<const std::shared_ptr<QZPaintGraph>> graphs)
+/// Replaces those rows of the group of `key` that are of `types`, all without any, by `graphs`, up to the first that
+/// cannot be written. False when the stored group must stay as it was: the caller then closes the file, which takes
+/// back what was not committed.
+bool replaceGroup(QZGraphDatabase& database, const QString& key, const std::optional<QZGraphStore::Types>& types,
+                  std::span<const std::shared_ptr<QZPaintGraph>> graphs)
 {
     QZGraphStore store(database);
-    if (!database.beginTransaction() || !store.deleteGroup(key))
+    if (!database.beginTransaction() || !store.deleteGroup(key, types))
         return logWriteError(database);
     const auto refused = std::ranges::find_if_not(graphs, [&](const std::shared_ptr<QZPaintGraph>& graph) {
         return !graph->isStored() || store.insertGraph(key, *graph);
@@ -119,7 +137,7 @@ bool replaceGroup(QZGraphDatabase& database, const QString& key, std::span<const
         // came before it is written once more. Any other reason, such as a full disk, would only come back.
         if (!database.isInTransaction())
             return database.wasStopped() &&
-                   replaceGroup(database, key, graphs.first(static_cast<std::size_t>(refused - graphs.begin())));
+                   replaceGroup(database, key, types, graphs.first(static_cast<std::size_t>(refused - graphs.begin())));
     }
     return database.commit() || logWriteError(database);
 }
@@ -197,10 +215,14 @@ void QZPaintManagerView::loadDB(const QString& stockCode, std::uint64_t cycle, c
     isValidateSaveDB_ = true;
     // Our own hold: a host's hook may switch the user in the middle.
     const auto database = graphDatabase();
-    caught(QStringLiteral("Read line paint DB exception : "), [&] { loadGroup(*database); });
+    bool loaded = false;
+    caught(QStringLiteral("Read line paint DB exception : "), [&] { loaded = loadGroup(*database); });
+    if (!loaded && QZPaintOptions::current().failedLoadBarsSave)
+        isValidateSaveDB_ = false;
 }
 
-void QZPaintManagerView::loadGroup(QZGraphDatabase& database)
+// A file that has no table yet holds no group, which is no failure.
+bool QZPaintManagerView::loadGroup(QZGraphDatabase& database)
 {
     if (!database.goodConnection())
         database.openWithFlags(readWriteCreate);
@@ -209,11 +231,12 @@ void QZPaintManagerView::loadGroup(QZGraphDatabase& database)
         const std::lock_guard lock(layer.graphs());
         layer.graphs().removeAll();
     }
+    loadedTypes_ = enableTypes();
     QZGraphStore store(database);
     auto rows = store.selectGroup(constructDBIndex(currentStockCode_, currentCycle_, currentIdentify_));
     if (!rows) {
         writeBusCommonLog(QStringLiteral("Empty result set for stockCode ") + currentStockCode_);
-        return;
+        return QZGraphStore::isMissingTable(database.lastErrorMessage());
     }
     const QZGraphSet::Members read = readGraphs(store, *rows, *this);
     if (!rows->failure().isNull())
@@ -225,6 +248,7 @@ void QZPaintManagerView::loadGroup(QZGraphDatabase& database)
     takeOverArmedTool(splitView(), layer);
     if (layer.graphs().count() > 0 || layer.currentGraph())
         displayPaintLayer();
+    return rows->failure().isNull() || QZGraphStore::isMissingTable(rows->failure());
 }
 
 void QZPaintManagerView::saveDB(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry)
@@ -254,7 +278,7 @@ bool QZPaintManagerView::saveGroup(QZGraphDatabase& database)
 {
     const std::lock_guard lock(paintLayer_->graphs());
     const QString key = constructDBIndex(currentStockCode_, currentCycle_, currentIdentify_);
-    if (!replaceGroup(database, key, *paintLayer_->graphs().snapshot()))
+    if (!replaceGroup(database, key, ownTypes(loadedTypes_), *paintLayer_->graphs().snapshot()))
         return false;
     emptyIfActive(*paintLayer_);
     isValidateSaveDB_ = false;

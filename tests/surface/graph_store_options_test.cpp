@@ -1,0 +1,118 @@
+#include "GraphStoreFixture.h"
+#include "model/QZPaintOptions.h"
+#include "panels/QZPaintControl.h"
+
+#include <QFile>
+
+namespace {
+
+class Options : public GraphStore {
+protected:
+    void TearDown() override
+    {
+        QZPaintOptions::setCurrent({});
+        GraphStore::TearDown();
+    }
+};
+
+} // namespace
+
+// Both settings of each option, side by side: what hosts know, and what is better.
+TEST_F(Options, QuotesInTextsAndKeys)
+{
+    for (const bool binds : {false, true}) {
+        SCOPED_TRACE(binds);
+        QZPaintOptions::setCurrent({.bindsTexts = binds});
+        TestView view;
+        const QString code = QStringLiteral("O'Neil, ''%1'' or 1=1 --").arg(binds);
+        view.loadDB(code, day, pane);
+        for (const char16_t* text : {u"first", u"it's", u"last"}) {
+            add(view, figure(view, QZSTToolText));
+            graphs(view).back()->setText(QString::fromUtf16(text));
+        }
+        view.saveDB(code, day, pane);
+        TestView other;
+        other.loadDB(code, day, pane);
+        ASSERT_EQ(graphs(other).size(), binds ? 3U : 0U);
+        EXPECT_TRUE(!binds || graphs(other)[1]->text() == QStringLiteral("it's"));
+    }
+}
+
+TEST_F(Options, RowsThatThePaneDidNotTake)
+{
+    for (const bool keeps : {false, true}) {
+        SCOPED_TRACE(keeps);
+        QZPaintOptions::setCurrent({.keepsForeignRows = keeps});
+        run("DELETE FROM GraphTable");
+        TestView view;
+        store(view, stock, {1, 2, 3, 4});
+        run("UPDATE GraphTable SET graphType = 1 << 60 WHERE lineWidth = 2"); // unknown here
+        run("UPDATE GraphTable SET graphType = 3 WHERE lineWidth = 3");       // no one type
+        run("UPDATE GraphTable SET graphType = " + std::to_string(QZSTArc) + " WHERE lineWidth = 4");
+        view.types = QZAllEnabledTypes & ~QZSTArc;
+        view.loadDB(stock, day, pane);
+        EXPECT_EQ(graphs(view).size(), keeps ? 1U : 2U);
+        view.types = QZAllEnabledTypes; // what is accepted by now does not matter
+        graphs(view)[0]->setLineWidth(5);
+        view.saveDB(stock, day, pane);
+        EXPECT_EQ(stored("lineWidth"), keeps ? "2,3,4,5" : "5,3");
+    }
+}
+
+TEST_F(Options, ALoadThatFailed)
+{
+    for (const bool bars : {false, true}) {
+        SCOPED_TRACE(bars);
+        QZPaintOptions::setCurrent({.failedLoadBarsSave = bars});
+        TestView view;
+        store(view, stock, {1, 2});
+        run("ALTER TABLE GraphTable RENAME COLUMN graphIndex TO lost");
+        view.loadDB(stock, day, pane);
+        run("ALTER TABLE GraphTable RENAME COLUMN lost TO graphIndex");
+        view.saveDB(stock, day, pane);
+        EXPECT_EQ(stored("lineWidth"), bars ? "1,2" : "");
+        view.loadDB(stock, day, pane);
+        add(view, figure(view));
+        view.saveDB(stock, day, pane);
+        EXPECT_EQ(stored("lineWidth"), bars ? "1,2,1" : "1");
+
+        // A file without a table is empty, not broken.
+        run("DROP TABLE GraphTable");
+        store(view, stock, {7});
+        EXPECT_EQ(stored("lineWidth"), "7");
+        run("DROP TABLE GraphTable");
+    }
+}
+
+TEST_F(Options, HiddenFiguresAndTheMouse)
+{
+    for (const bool ignores : {false, true}) {
+        SCOPED_TRACE(ignores);
+        QZPaintOptions::setCurrent({.hiddenFiguresIgnoreMouse = ignores});
+        TestPane chart;
+        const auto line = chart.draw(QZSTLineSegment, {{100, 100}, {200, 200}});
+        line->setHidden(true);
+        EXPECT_EQ(chart.graphAt({150, 150}) == nullptr, ignores);
+        line->setHidden(false);
+        EXPECT_EQ(chart.graphAt({150, 150}), line);
+    }
+}
+
+TEST_F(Options, TheMagnetsButtonAfterTheEye)
+{
+    auto& palette = QZPaintControl::sharedManager();
+    auto& magnet = *palette.window().findChild<QZPaintControlButton*>(strQZShapeType(QZSTToolMagnet));
+    auto& eye = *palette.window().findChild<QZPaintControlButton*>(strQZShapeType(QZSTToolEye));
+    for (const bool tells : {false, true}) {
+        SCOPED_TRACE(tells);
+        QZPaintOptions::setCurrent({.magnetButtonTellsTruth = tells});
+        std::string shown;
+        for (QZPaintControlButton* button : {&magnet, &eye, &eye, &magnet, &magnet}) {
+            button->click();
+            shown += magnet.isSelected() == palette.isMagnet() ? 'y' : 'n';
+        }
+        EXPECT_EQ(shown, tells ? "yyyyy" : "ynnnn");
+        palette.setMagnet(false);
+        magnet.setSelected(false);
+    }
+}
