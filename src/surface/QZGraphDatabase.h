@@ -42,6 +42,8 @@ public:
     [[nodiscard]] QString stringForColumn(std::string_view name) const;
     /// The same as UTF-8, valid until the next row.
     [[nodiscard]] std::string_view utf8ForColumn(std::string_view name) const;
+    /// The first `columns` columns of the row as bytes: alike for rows that hold the same.
+    [[nodiscard]] std::string content(int columns) const;
 
 private:
     friend class QZGraphDatabase;
@@ -94,6 +96,16 @@ public:
     /// For a caller that does not let a statement run: answers false and keeps `message` as what went wrong last.
     bool failed(const char* message, int errorCode = 0);
 
+    /// Another one after a commit, here or by another connection, and after the file was opened anew.
+    struct Version {
+        int openings = 0;
+        int commits = 0;
+        int others = 0; ///< SQLite's count of what other connections did
+
+        bool operator==(const Version&) const = default;
+    };
+    [[nodiscard]] Version version();
+
     /// Locks the file for everyone else, so that the commit cannot meet a lock.
     bool beginTransaction();
     bool commit();
@@ -105,6 +117,8 @@ private:
 
     QString path_;
     std::shared_ptr<SQLite::Database> connection_;
+    int openings_ = 0;
+    int commits_ = 0;
     QString lastError_;
     int lastErrorCode_ = 0; // SQLite's, for executeUpdate(); else 0
 };

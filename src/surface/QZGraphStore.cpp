@@ -231,13 +231,30 @@ bool QZGraphStore::isBarred(const QString& key)
            !database_.failed("a key with an unpaired quote is barred");
 }
 
-std::optional<QZGraphResultSet> QZGraphStore::selectGroup(const QString& key)
+std::optional<QZGraphResultSet> QZGraphStore::select(const char* columns, const QString& key)
 {
     if (isBarred(key))
         return std::nullopt;
-    Statement select{"SELECT * FROM " + tableName() + " WHERE graphIndex=", {}};
+    Statement select{"SELECT " + std::string(columns) + " FROM " + tableName() + " WHERE graphIndex=", {}};
     select.appendText(key);
     return database_.executeQuery(select.text, select.values);
+}
+
+std::optional<QZGraphResultSet> QZGraphStore::selectGroup(const QString& key)
+{
+    return select("*", key);
+}
+
+std::optional<QZGraphResultSet> QZGraphStore::selectNumberedGroup(const QString& key)
+{
+    return select("*, rowid", key);
+}
+
+bool QZGraphStore::deleteRow(std::int64_t number)
+{
+    std::string statement = "DELETE FROM " + tableName() + " WHERE rowid=";
+    appendInteger(statement, number);
+    return database_.executeUpdate(statement);
 }
 
 bool QZGraphStore::deleteGroup(const QString& key, const std::optional<Types>& types)
@@ -286,6 +303,19 @@ bool QZGraphStore::insertGraph(const QString& key, const QZPaintGraph& graph)
     insert.appendText(graph.text());
     insert.text += ')';
     return database_.executeInsert(insert.text, insert.values);
+}
+
+QZGraphRow QZGraphStore::rowOf(const QZPaintGraph& graph)
+{
+    return {.graphType = graph.type(),
+            .lineType = static_cast<std::int32_t>(graph.lineType()),
+            .lineWidth = static_cast<std::int32_t>(graph.lineWidth()),
+            .isLocked = graph.isLocked(),
+            .strokeColor = graph.strokeColor(),
+            .fillColor = graph.fillColor(),
+            .font = graph.font(),
+            .textValue = graph.text(),
+            .points = graph.logicAxises()};
 }
 
 QZGraphRow QZGraphStore::readRow(const QZGraphResultSet& row)

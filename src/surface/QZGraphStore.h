@@ -38,6 +38,7 @@ struct QZGraphRow {
 class QZGraphStore {
 public:
     static constexpr QLatin1StringView version{"1.0.0"};
+    static constexpr int columnCount = 20;
 
     /// `database` is borrowed.
     explicit QZGraphStore(QZGraphDatabase& database) : database_(database) {}
@@ -53,14 +54,20 @@ public:
     /// Whether a query failed in this way because nothing was ever saved in the file.
     static bool isMissingTable(const QString& failure);
     std::optional<QZGraphResultSet> selectGroup(const QString& key);
+    /// The same with the number that SQLite gave each row, in the column "rowid".
+    std::optional<QZGraphResultSet> selectNumberedGroup(const QString& key);
     QZGraphRow readRow(const QZGraphResultSet& row);
+    /// A figure as its row has it.
+    static QZGraphRow rowOf(const QZPaintGraph& graph);
     using Types = std::vector<std::int64_t>;
     /// With `types` only the rows of these types.
     bool deleteGroup(const QString& key, const std::optional<Types>& types = std::nullopt);
+    bool deleteRow(std::int64_t number);
     bool insertGraph(const QString& key, const QZPaintGraph& graph);
 
 private:
     bool isBarred(const QString& key);
+    std::optional<QZGraphResultSet> select(const char* columns, const QString& key);
     const QFont& fontOf(std::string_view name, double size);
 
     QZGraphDatabase& database_;

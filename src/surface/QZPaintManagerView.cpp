@@ -5,12 +5,14 @@
 #include "surface/QZPaintLayer.h"
 #include "surface/QZPaintOverlay.h"
 #include "surface/QZPaintSplitView.h"
+#include "surface/QZStoredGroup.h"
 #include "tools/QZPaintRangeStatistics.h"
 
 #include <QChildEvent>
 #include <QResizeEvent>
 
-QZPaintManagerView::QZPaintManagerView(QWidget* parent) : QWidget(parent)
+QZPaintManagerView::QZPaintManagerView(QWidget* parent)
+    : QWidget(parent), storedGroup_(std::make_unique<QZStoredGroup>())
 {
     configView();
 }

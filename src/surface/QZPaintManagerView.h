@@ -15,6 +15,7 @@ class QZPaintLayer;
 class QZPaintLayerHost;
 class QZPaintOverlay;
 class QZPaintSplitView;
+class QZStoredGroup;
 
 /// The view that a host lays over one chart pane. It owns the pane's paint layer, shows it above whatever the host puts
 /// inside, and is where the library asks the host's chart: a host subclasses it and overrides the hooks. The defaults
@@ -82,6 +83,12 @@ public:
     /// and those of a pane that was never loaded, write nothing. The active pane is emptied. A file that cannot be
     /// written leaves the pane as it is, and the save may be tried again.
     void saveDB(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry);
+    /// Writes what the user changed in the current group since it was loaded or stored, and takes over what others
+    /// wrote into it by then: both sides end up with theirs and ours, minus what either deleted. The figures stay in
+    /// the pane and so does the right to save; with nothing to do it only looks. True when the file and the pane agree.
+    /// False without a group, after saveDB(), and when the file could not be written: nothing has changed then. Texts
+    /// with quotes need QZPaintOptions::bindsTexts.
+    bool storeDB();
     /// The key of a group.
     [[nodiscard]] static QString constructDBIndex(const QString& stockCode, std::uint64_t cycle,
                                                   const QString& viewIdentiry);
@@ -119,6 +126,7 @@ private:
     void setCurrentGroup(const QString& stockCode, std::uint64_t cycle, const QString& viewIdentiry);
     bool loadGroup(QZGraphDatabase& database);
     bool saveGroup(QZGraphDatabase& database);
+    bool mergeGroup(QZGraphDatabase& database);
     void switchToFileOfUser();
     [[nodiscard]] QString groupDescription() const;
 
@@ -129,6 +137,7 @@ private:
     std::uint64_t currentCycle_ = 0;
     QString currentIdentify_;
     bool isValidateSaveDB_ = false;
-    std::int64_t loadedTypes_ = 0; // that were accepted when the group was loaded
+    std::unique_ptr<QZStoredGroup> storedGroup_; // what was last read or written of the group
+    std::int64_t loadedTypes_ = 0;               // that were accepted when the group was loaded
     std::array<QZObservation, 4> observations_;
 };

@@ -4,7 +4,7 @@
 #include "platform/QZFrameComFun.h"
 #include "platform/QZGlobalEnv.h"
 #include "platform/QZLog.h"
-#include "surface/QZGraphStore.h"
+#include "surface/QZGraphReader.h"
 #include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintLayer.h"
 #include "surface/QZPaintManagerView.h"
@@ -55,51 +55,6 @@ bool caught(const QString& prefix, const Body& body)
     return false;
 }
 
-/// The types of rows that a pane which accepts `enableTypes` reads and replaces, where it keeps others; else nothing.
-std::optional<QZGraphStore::Types> ownTypes(std::int64_t enableTypes)
-{
-    if (!QZPaintOptions::current().keepsForeignRows)
-        return std::nullopt;
-    QZGraphStore::Types types;
-    for (const QZPaintToolRow& tool : paintToolTable())
-        if ((tool.type & enableTypes) != 0)
-            types.push_back(tool.type);
-    return types;
-}
-
-/// The finished figure that `row` holds, tied to the pane's layer; null for a type that the pane does not accept.
-std::shared_ptr<QZPaintGraph> graphOf(QZGraphRow row, const QZPaintManagerView& pane)
-{
-    if ((pane.enableTypes() & row.graphType) == 0)
-        return nullptr;
-    auto graph = createPaintTool(row.graphType);
-    // Such a figure is one for the whole application: a row must not get hold of it.
-    if (!graph->isStored())
-        return nullptr;
-    row.points.resize(std::min(row.points.size(), graph->points().size()));
-    graph->initWithLayer(pane.paintLayer(), row.strokeColor, row.fillColor, static_cast<std::uint64_t>(row.lineType),
-                         row.lineWidth, std::move(row.points), row.textValue, row.font, row.isLocked, false, false);
-    const QZPaintControl* palette = QZPaintControl::existing();
-    graph->setHidden(palette != nullptr && palette->isHidden());
-    return graph;
-}
-
-QZGraphSet::Members readGraphs(QZGraphStore& store, QZGraphResultSet& rows, const QZPaintManagerView& pane)
-{
-    const QString flag = QZContextIsPaintEditing;
-    const auto types = ownTypes(pane.enableTypes());
-    QZGraphSet::Members graphs;
-    while (rows.next()) {
-        QZGraphRow row = store.readRow(rows);
-        const bool isForeign = types && std::ranges::count(*types, row.graphType) == 0;
-        if (auto graph = isForeign ? nullptr : graphOf(std::move(row), pane))
-            graphs.push_back(std::move(graph));
-        // What comes from a file is not being painted.
-        QZGlobalEnv::getShareInstance().setGlobalContext(flag, flag, false);
-    }
-    return graphs;
-}
-
 /// Arms in `layer` the tool that is armed in the first pane around it.
 void takeOverArmedTool(const QZPaintSplitView* split, QZPaintLayer& layer)
 {
@@ -140,6 +95,21 @@ bool replaceGroup(QZGraphDatabase& database, const QString& key, const std::opti
                    replaceGroup(database, key, types, graphs.first(static_cast<std::size_t>(refused - graphs.begin())));
     }
     return database.commit() || logWriteError(database);
+}
+
+/// Shows what others did to the group.
+void takeOver(const QZStoredGroup::Merge& merge, QZPaintLayer& layer)
+{
+    for (const auto& graph : merge.gone) {
+        if (layer.currentGraph() == graph)
+            layer.cancelCurrentGraph();
+        layer.graphs().remove(graph.get());
+    }
+    for (const QZStoredGroup::Row& row : merge.newcomers)
+        if (const auto figure = merge.figures.find(row.number); figure != merge.figures.end())
+            layer.graphs().add(figure->second);
+    if (!merge.gone.empty() || !merge.newcomers.empty())
+        layer.setNeedsDisplay();
 }
 
 /// What is saved leaves the active pane; the other panes keep their figures.
@@ -232,13 +202,15 @@ bool QZPaintManagerView::loadGroup(QZGraphDatabase& database)
         layer.graphs().removeAll();
     }
     loadedTypes_ = enableTypes();
+    storedGroup_->clear();
     QZGraphStore store(database);
     auto rows = store.selectGroup(constructDBIndex(currentStockCode_, currentCycle_, currentIdentify_));
     if (!rows) {
         writeBusCommonLog(QStringLiteral("Empty result set for stockCode ") + currentStockCode_);
         return QZGraphStore::isMissingTable(database.lastErrorMessage());
     }
-    const QZGraphSet::Members read = readGraphs(store, *rows, *this);
+    const QZGraphSet::Members read = QZGraphReader(store, *this).readGraphs(*rows, *storedGroup_);
+    storedGroup_->version = database.version();
     if (!rows->failure().isNull())
         writeBusCommonLog(QStringLiteral("Read line paint DB exception : ") + rows->failure());
     {
@@ -278,10 +250,71 @@ bool QZPaintManagerView::saveGroup(QZGraphDatabase& database)
 {
     const std::lock_guard lock(paintLayer_->graphs());
     const QString key = constructDBIndex(currentStockCode_, currentCycle_, currentIdentify_);
-    if (!replaceGroup(database, key, ownTypes(loadedTypes_), *paintLayer_->graphs().snapshot()))
+    if (!replaceGroup(database, key, QZGraphReader::ownTypes(loadedTypes_), *paintLayer_->graphs().snapshot()))
         return false;
     emptyIfActive(*paintLayer_);
     isValidateSaveDB_ = false;
+    storedGroup_->clear();
+    return true;
+}
+
+bool QZPaintManagerView::storeDB()
+{
+    const auto database = graphDatabase();
+    if (!isValidateSaveDB_)
+        return false;
+    if (!database->openWithFlags(readWriteCreate)) {
+        writeBusCommonLog(QStringLiteral("Open line paint DB file failed!"));
+        return false;
+    }
+    if (storedGroup_->version == database->version() && !storedGroup_->differsFrom(*paintLayer_->graphs().snapshot()))
+        return true;
+    if (const auto missing = QZGraphStore(*database).createTableIfMissing()) {
+        writeBusCommonLog(*missing);
+        database->close();
+        return false;
+    }
+    bool stored = false;
+    caught(QStringLiteral("Write line paint DB exception : "), [&] { stored = mergeGroup(*database); });
+    if (!stored)
+        database->close();
+    return stored;
+}
+
+// Rows and figures change only when all of it is written.
+bool QZPaintManagerView::mergeGroup(QZGraphDatabase& database)
+{
+    const QString key = constructDBIndex(currentStockCode_, currentCycle_, currentIdentify_);
+    QZGraphStore store(database);
+    QZGraphReader reader(store, *this);
+    const auto readRows = [&]() -> std::optional<std::vector<QZStoredGroup::Row>> {
+        auto rows = store.selectNumberedGroup(key);
+        if (!rows)
+            return std::nullopt;
+        auto read = reader.readNumberedRows(*rows);
+        if (rows->failure().isNull())
+            return read;
+        database.failed(rows->failure().toUtf8().constData());
+        return std::nullopt;
+    };
+    const std::lock_guard lock(paintLayer_->graphs());
+    auto before = database.beginTransaction() ? readRows() : std::nullopt;
+    if (!before)
+        return logWriteError(database);
+    auto merge = storedGroup_->mergeWith(*paintLayer_->graphs().snapshot(), std::move(*before));
+    const auto erase = [&store](std::int64_t row) { return store.deleteRow(row); };
+    const auto insert = [&](const auto& graph) { return store.insertGraph(key, *graph); };
+    if (!std::ranges::all_of(merge.erased, erase) || !std::ranges::all_of(merge.inserted, insert))
+        return logWriteError(database);
+    const auto after = readRows();
+    if (!after || !database.commit())
+        return logWriteError(database);
+    for (QZStoredGroup::Row& row : merge.newcomers)
+        if (auto graph = reader.graphOf(std::move(row.values)))
+            merge.figures.emplace(row.number, std::move(graph));
+    takeOver(merge, *paintLayer_);
+    storedGroup_->follow(merge, *after);
+    storedGroup_->version = database.version();
     return true;
 }
 
