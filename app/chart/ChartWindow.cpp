@@ -19,7 +19,14 @@
 #include <QToolBar>
 #include <QWindow>
 
+#include <chrono>
 #include <memory>
+
+namespace {
+
+constexpr std::chrono::milliseconds storeInterval(500);
+
+} // namespace
 
 ChartWindow::ChartWindow(QWidget* parent)
     : QMainWindow(parent),
@@ -27,7 +34,8 @@ ChartWindow::ChartWindow(QWidget* parent)
       palette_(*this),
       statistics_(*chart_),
       summary_(new QLabel(this)),
-      barLabel_(new QLabel(this))
+      barLabel_(new QLabel(this)),
+      storeFailure_(new QLabel(tr("The drawings cannot be stored at present"), this))
 {
     setWindowTitle(tr("qzchart"));
     resize(1280, 800);
@@ -35,7 +43,13 @@ ChartWindow::ChartWindow(QWidget* parent)
     addMenu();
     addTools();
     statusBar()->addWidget(summary_, 1);
+    storeFailure_->hide();
+    statusBar()->addPermanentWidget(storeFailure_);
     statusBar()->addPermanentWidget(barLabel_);
+    // A crash costs what was done since.
+    storeTimer_.setInterval(storeInterval);
+    connect(&storeTimer_, &QTimer::timeout, this, &ChartWindow::storeFigures);
+    storeTimer_.start();
     connect(chart_, &ChartSplitView::activePaneChanged, this, &ChartWindow::followPane);
     connect(chart_, &ChartSplitView::barPointedAt, this, &ChartWindow::describeBar);
 
@@ -124,8 +138,10 @@ void ChartWindow::showBars(const BarReadResult& result)
     statistics_.close();
     // The same stock and period again, perhaps with more bars: the figures stay where they are.
     const bool isSameGroup = shows(result.series);
-    if (!isSameGroup)
-        saveFigures();
+    if (!isSameGroup) {
+        releaseTools();
+        storeFigures();
+    }
     data_ = std::make_shared<const ChartData>(result.series);
     chart_->setChartData(data_);
     if (!isSameGroup)
@@ -136,13 +152,14 @@ void ChartWindow::showBars(const BarReadResult& result)
     followPane();
 }
 
-void ChartWindow::saveFigures()
+void ChartWindow::storeFigures()
 {
     if (data_->series.isEmpty())
         return;
-    releaseTools();
+    bool isStored = true;
     for (ChartPane* pane : chart_->panes())
-        pane->saveDB(data_->series.name(), cycleOf(data_->series), pane->objectName());
+        isStored &= pane->storeDB();
+    storeFailure_->setVisible(!isStored);
 }
 
 void ChartWindow::releaseTools()
@@ -167,12 +184,14 @@ void ChartWindow::changeUser()
     if (!isAccepted || user.trimmed() == environment.loginUser())
         return;
     releaseTools();
+    storeFigures();
     environment.setLoginUser(user.trimmed());
 }
 
 void ChartWindow::closeEvent(QCloseEvent* event)
 {
-    saveFigures();
+    releaseTools();
+    storeFigures();
     QMainWindow::closeEvent(event);
 }
 

@@ -7,6 +7,7 @@
 #include "platform/QZNotificationCenter.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 #include <memory>
 #include <optional>
@@ -23,7 +24,7 @@ public:
 
     [[nodiscard]] ChartSplitView& chart() { return *chart_; }
 
-    /// Shows what was read, which must be usable. The figures of what was shown are saved and those of what comes are
+    /// Shows what was read, which must be usable. The figures of what was shown are stored and those of what comes are
     /// loaded; the same stock and period keeps its figures.
     void showBars(const BarReadResult& result);
 
@@ -42,7 +43,8 @@ private:
     [[nodiscard]] bool shows(const BarSeries& series) const;
     /// Cancels what is being drawn and selected, and lets go of the palette's tool.
     void releaseTools();
-    void saveFigures();
+    /// Writes what changed and takes over what another program changed; says so while that fails.
+    void storeFigures();
     void loadFigures();
     void changeUser();
     static void switchTheme();
@@ -57,5 +59,7 @@ private:
     RangeStatisticsWindow statistics_;
     QLabel* summary_;
     QLabel* barLabel_;
+    QLabel* storeFailure_;
+    QTimer storeTimer_;
     QZObservation styleObservation_;
 };

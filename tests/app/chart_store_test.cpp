@@ -5,6 +5,8 @@
 #include "platform/QZGlobalEnv.h"
 #include "surface/QZPaintLayer.h"
 
+#include <QTest>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -92,4 +94,21 @@ TEST(ChartCycle, IsThatOfMostBars)
                                                        {20200102, 94000, 10, 12, 9, 11, 1},
                                                        {20200103, 93000, 10, 12, 9, 11, 1}});
     EXPECT_EQ(cycleOf(fiveMinutes), QZPCCandlestickCycleMin5);
+}
+
+TEST(ChartStore, ACrashCostsNothingAndTwoProgramsShareAStock)
+{
+    ChartWindow window;
+    window.showBars(stock("shared"));
+    ChartWindow other; // as of another program: nothing but the file connects the two
+    other.showBars(stock("shared"));
+    drawSegment(window, 20200105);
+    drawSegment(other, 20200106);
+    for (const auto& [shown, expected] :
+         {std::pair(&window, Dates{20200105, 20200106}), std::pair(&other, Dates{20200106, 20200105})})
+        EXPECT_TRUE(QTest::qWaitFor([&] { return firstDates(*shown) == expected; }));
+    // Neither window was closed.
+    ChartWindow later;
+    later.showBars(stock("shared"));
+    EXPECT_EQ(firstDates(later).size(), 2U);
 }
