@@ -16,9 +16,8 @@ QZPaintGraphConfigColorWell::QZPaintGraphConfigColorWell(QWidget* parent) : QAbs
 
 void QZPaintGraphConfigColorWell::setColor(const QColor& color)
 {
-    if (color_ == color) {
+    if (color_ == color)
         return;
-    }
     color_ = color;
     setAccessibleDescription(color.isValid() ? color.name(QColor::HexArgb) : QString());
     update();
@@ -26,9 +25,8 @@ void QZPaintGraphConfigColorWell::setColor(const QColor& color)
 
 void QZPaintGraphConfigColorWell::setActive(bool isActive)
 {
-    if (isActive_ == isActive) {
+    if (isActive_ == isActive)
         return;
-    }
     isActive_ = isActive;
     update();
 }
@@ -58,9 +56,8 @@ void QZPaintGraphConfigColorWell::paintEvent(QPaintEvent* /*event*/)
     // Half a px inwards, so that the outline of a whole px stays sharp and inside the well.
     const QRectF outline = well.adjusted(0.5, 0.5, -0.5, -0.5);
     painter.setPen(QPen(palette().color(QPalette::Dark), 1.0));
-    if (!color_.isValid()) {
+    if (!color_.isValid())
         painter.drawLine(outline.bottomLeft(), outline.topRight());
-    }
     painter.drawRect(outline);
     if (hasFocus()) {
         painter.setPen(palette().color(QPalette::WindowText));

@@ -33,17 +33,15 @@ void QZPaintGraphConfigTitleView::mousePressEvent(QMouseEvent* event)
         return;
     }
     // Where windows may not place themselves the desktop has to move it; where it cannot, we do.
-    if (QWindow* handle = window()->windowHandle(); handle != nullptr && handle->startSystemMove()) {
+    if (QWindow* handle = window()->windowHandle(); handle != nullptr && handle->startSystemMove())
         return;
-    }
     grabOffset_ = event->globalPosition().toPoint() - window()->pos();
 }
 
 void QZPaintGraphConfigTitleView::mouseMoveEvent(QMouseEvent* event)
 {
-    if (grabOffset_) {
+    if (grabOffset_)
         window()->move(event->globalPosition().toPoint() - *grabOffset_);
-    }
 }
 
 void QZPaintGraphConfigTitleView::mouseReleaseEvent(QMouseEvent* /*event*/)

@@ -113,9 +113,8 @@ void QZPaintGraphConfigWC::loadOutlets(const QString& interfaceFile)
 {
     QZInterfaceLoader loader(createControl);
     contents_ = loader.loadInterface(interfaceFile, &window_);
-    if (contents_ == nullptr) {
+    if (contents_ == nullptr)
         writeBusCommonLog(QStringLiteral("The graph configuration strip has no interface file %1").arg(interfaceFile));
-    }
     titleView_ = outlet<QZPaintGraphConfigTitleView>(QStringLiteral("titleView"));
     btnEdit_ = outlet<QAbstractButton>(QStringLiteral("btnEdit"));
     cwStrokeColor_ = outlet<QZPaintGraphConfigColorWell>(QStringLiteral("cwStrokeColor"));

@@ -26,16 +26,13 @@ QPalette panelColors(QPalette colors)
         theme.getCustomColor(QStringLiteral("QZLinePaintToolFactory.PanelBackgroundColor")).value_or(QColor(Qt::white));
     const QColor text = theme.getCustomColor(QStringLiteral("QZLinePaintToolFactory.IconNormalColor"))
                             .value_or(background.lightnessF() < 0.5F ? QColor(Qt::white) : QColor(Qt::black));
-    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button}) {
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
         colors.setColor(role, background);
-    }
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         colors.setColor(role, text);
-    }
     colors.setColor(QPalette::Dark, mixed(text, background, outlineShare));
     colors.setColor(QPalette::Mid, mixed(text, background, lineShare));
-    for (const auto role : {QPalette::Light, QPalette::Midlight}) {
+    for (const auto role : {QPalette::Light, QPalette::Midlight})
         colors.setColor(role, mixed(text, background, hoverShare));
-    }
     return colors;
 }

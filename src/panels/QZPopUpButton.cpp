@@ -112,9 +112,8 @@ void QZPopUpButtonMenuItemView::paintEvent(QPaintEvent* /*event*/)
     const QColor color = palette().color(highlighted ? QPalette::HighlightedText : QPalette::Text);
     painter.fillRect(rect(), highlighted ? palette().highlight() : palette().base());
     if (item_.menu().activeAction() == &item_) {
-        if (!highlighted) {
+        if (!highlighted)
             painter.fillRect(rect(), palette().midlight());
-        }
         painter.setPen(highlighted ? color : palette().color(QPalette::Highlight));
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
@@ -138,9 +137,8 @@ void QZPopUpButtonMenuItemView::mouseReleaseEvent(QMouseEvent* event)
         return;
     // The item under the pointer counts: the button may have been pressed on another one.
     const QPoint location = item_.menu().mapFromGlobal(event->globalPosition().toPoint());
-    if (auto* view = qobject_cast<QZPopUpButtonMenuItemView*>(item_.menu().childAt(location))) {
+    if (auto* view = qobject_cast<QZPopUpButtonMenuItemView*>(item_.menu().childAt(location)))
         view->pick();
-    }
 }
 
 void QZPopUpButtonMenuItemView::pick()
@@ -157,9 +155,8 @@ QRectF QZPopUpButtonCell::imageRectForBounds(const QRectF& frame)
 void QZPopUpButtonCell::drawImageWithFrame(QPainter& painter, const QRectF& frame, const QZPopUpButtonMenuItem* item,
                                            const QColor& color)
 {
-    if (item == nullptr) {
+    if (item == nullptr)
         return;
-    }
     QRectF rect = imageRectForBounds(frame);
     rect.setLeft(rect.left() - (imageWidth - rect.width()) / 2.0);
     rect.setWidth(imageWidth);
@@ -175,9 +172,8 @@ QZPopUpButton::QZPopUpButton(QWidget* parent) : QAbstractButton(parent), menu_(n
     connect(this, &QAbstractButton::clicked, this, &QZPopUpButton::openMenu);
     connect(menu_, &QMenu::aboutToHide, this, [this] { setDown(false); });
     connect(menu_, &QMenu::hovered, this, [this] {
-        for (const QZPopUpButtonMenuItem* item : items_) {
+        for (const QZPopUpButtonMenuItem* item : items_)
             item->defaultWidget()->update();
-        }
     });
 }
 
@@ -185,9 +181,8 @@ void QZPopUpButton::openMenu()
 {
     QPoint corner = mapToGlobal(rect().bottomLeft() + QPoint(0, 1));
     const int height = menu_->sizeHint().height();
-    if (const QScreen* theScreen = screen(); corner.y() + height > theScreen->availableGeometry().bottom() + 1) {
+    if (const QScreen* theScreen = screen(); corner.y() + height > theScreen->availableGeometry().bottom() + 1)
         corner.ry() -= rect().height() + height;
-    }
     setDown(true);
     menu_->popup(corner);
 }
@@ -200,9 +195,8 @@ QSize QZPopUpButton::sizeHint() const
 QStringList QZPopUpButton::itemTags() const
 {
     QStringList tags;
-    for (const QZPopUpButtonMenuItem* item : items_) {
+    for (const QZPopUpButtonMenuItem* item : items_)
         tags.append(QString::number(item->tag()));
-    }
     return tags;
 }
 
@@ -230,9 +224,8 @@ void QZPopUpButton::setItemTags(const QStringList& tags)
 QZPopUpButtonMenuItem* QZPopUpButton::itemWithTag(int tag) const
 {
     for (QZPopUpButtonMenuItem* item : items_) {
-        if (item->tag() == tag) {
+        if (item->tag() == tag)
             return item;
-        }
     }
     return nullptr;
 }
@@ -245,16 +238,13 @@ int QZPopUpButton::selectedTag() const
 void QZPopUpButton::selectItemWithTag(int tag)
 {
     QZPopUpButtonMenuItem* item = itemWithTag(tag);
-    if (item == selectedItem_) {
+    if (item == selectedItem_)
         return;
-    }
-    if (selectedItem_ != nullptr) {
+    if (selectedItem_ != nullptr)
         selectedItem_->setCustomHighlight(false);
-    }
     selectedItem_ = item;
-    if (item != nullptr) {
+    if (item != nullptr)
         item->setCustomHighlight(true);
-    }
     setAccessibleDescription(item == nullptr ? QString() : item->text());
     update();
 }

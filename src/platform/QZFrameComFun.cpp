@@ -42,9 +42,8 @@ bool isPlain(char byte)
 /// hexadecimal digits do not follow never comes from a name, so it marks the forms that are not an encoding.
 QString accountFolderName(const QString& user)
 {
-    if (user.isEmpty()) {
+    if (user.isEmpty())
         return QStringLiteral("%none");
-    }
     static const QRegularExpression deviceName(QStringLiteral("^(con|prn|aux|nul|com[0-9]|lpt[0-9])$"));
     const bool isDeviceName = deviceName.match(user).hasMatch();
     QString name;
@@ -64,9 +63,8 @@ QString accountFolderName(const QString& user)
 QString withFolder(const QString& path, bool isNeedWrite)
 {
     const QString folder = QFileInfo(path).path();
-    if (isNeedWrite && !QDir().mkpath(folder)) {
+    if (isNeedWrite && !QDir().mkpath(folder))
         writeBusCommonLog(QStringLiteral("Create folder failed! %1").arg(folder));
-    }
     return path;
 }
 
@@ -86,9 +84,8 @@ QString QZFrameComFun::getStorageFilePath(int storageKind, const QString& subFol
         return {};
     }
     const QString path = QDir::cleanPath(QStringLiteral("%1/storage/%2/%3").arg(rootFolder(), subFolderPath, fileName));
-    if (isNeedWrite || QFileInfo::exists(path)) {
+    if (isNeedWrite || QFileInfo::exists(path))
         return withFolder(path, isNeedWrite);
-    }
     return QStringLiteral(":/qz/storage/%1").arg(fileName);
 }
 

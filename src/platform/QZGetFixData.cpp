@@ -29,9 +29,8 @@ QString QZGetFixData(double value, int option)
     // A copy: the formatter may replace itself while it runs.
     if (const QZFixDataFormatter formatter = currentFormatter())
         return formatter(value, option);
-    if (!std::isfinite(value)) {
+    if (!std::isfinite(value))
         return QStringLiteral("--");
-    }
     const int decimals = option > 0 && option <= maxDecimals ? option : usualDecimals;
     double inUnit = value;
     std::size_t unit = 0;
@@ -42,8 +41,7 @@ QString QZGetFixData(double value, int option)
         ++unit;
         text = QString::number(inUnit, 'f', decimals);
     }
-    if (text.toDouble() == 0 && text.startsWith(u'-')) {
+    if (text.toDouble() == 0 && text.startsWith(u'-'))
         text.remove(0, 1);
-    }
     return text.append(unitNames[unit]);
 }

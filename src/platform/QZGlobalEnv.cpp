@@ -39,9 +39,8 @@ QVariant QZGlobalEnv::globalContext(const QString& key, const QString& subKey) c
 
 void QZGlobalEnv::setLoginUser(const QString& user)
 {
-    if (user == loginUser_) {
+    if (user == loginUser_)
         return;
-    }
     QZNotificationCenter::defaultCenter().post(QZLoginUserWillChangeNotification);
     loginUser_ = user;
     QZNotificationCenter::defaultCenter().post(QZUserNameChangedNotification);
@@ -54,9 +53,8 @@ bool QZGlobalEnv::setTheme(const QString& name)
 
 bool QZGlobalEnv::setThemeFile(const QString& jsonPath)
 {
-    if (!loadTheme(jsonPath)) {
+    if (!loadTheme(jsonPath))
         return false;
-    }
     QZNotificationCenter::defaultCenter().post(QZUIOverallStyleDidChangeNotification);
     return true;
 }

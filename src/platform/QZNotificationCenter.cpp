@@ -18,13 +18,11 @@ struct QZObservation::Registry {
     void remove(const std::shared_ptr<Observer>& observer)
     {
         const auto found = observers.find(observer->name);
-        if (found == observers.end()) {
+        if (found == observers.end())
             return;
-        }
         found->erase(std::remove(found->begin(), found->end(), observer), found->end());
-        if (found->empty()) {
+        if (found->empty())
             observers.erase(found);
-        }
     }
 };
 
@@ -52,13 +50,11 @@ void QZObservation::reset()
     // Taken out first: releasing the handler may destroy what it captured and come back here.
     const auto observer = std::exchange(observer_, nullptr);
     const auto registry = std::exchange(registry_, {}).lock();
-    if (!observer) {
+    if (!observer)
         return;
-    }
     observer->observing = false;
-    if (registry) {
+    if (registry)
         registry->remove(observer);
-    }
 }
 
 QZNotificationCenter::QZNotificationCenter() : registry_(std::make_shared<QZObservation::Registry>()) {}
@@ -71,9 +67,8 @@ QZNotificationCenter& QZNotificationCenter::defaultCenter()
 
 QZObservation QZNotificationCenter::observe(const QString& name, Handler handler)
 {
-    if (!handler) {
+    if (!handler)
         return {};
-    }
     auto observer = std::make_shared<QZObservation::Observer>();
     observer->name = name;
     observer->handler = std::move(handler);
@@ -87,8 +82,7 @@ void QZNotificationCenter::post(const QString& name, QZNotificationObject* objec
     // The copy keeps each handler alive while it runs, even when it drops its own token.
     const auto observers = registry_->observers.value(name);
     for (const auto& observer : observers) {
-        if (observer->observing) {
+        if (observer->observing)
             observer->handler(notification);
-        }
     }
 }
