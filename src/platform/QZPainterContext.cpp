@@ -136,6 +136,23 @@ void QZPainterContext::fillAxisLine(const QLineF& line)
     painter_.fillRect(rect, state_.stroke.color);
 }
 
+// Four rectangles, filled to the last pixel: a thin pen leaves the corners of a polygon pale.
+void QZPainterContext::fillOutline(const QRectF& middle)
+{
+    const double half = snappedWidth() / 2.0;
+    const QRectF outer = middle.adjusted(-half, -half, half, half);
+    const QRectF inner = middle.adjusted(half, half, -half, -half);
+    if (!inner.isValid()) {
+        painter_.fillRect(outer.intersected(visible_), state_.stroke.color);
+        return;
+    }
+    for (const QRectF& side : {QRectF(outer.topLeft(), QPointF(outer.right(), inner.top())),
+                               QRectF(QPointF(outer.left(), inner.bottom()), outer.bottomRight()),
+                               QRectF(QPointF(outer.left(), inner.top()), inner.bottomLeft()),
+                               QRectF(inner.topRight(), QPointF(outer.right(), inner.bottom()))})
+        painter_.fillRect(side.intersected(visible_), state_.stroke.color);
+}
+
 void QZPainterContext::strokeSegment(QZLine line)
 {
     std::array ends{flipped(line.start), flipped(line.end)};
@@ -269,16 +286,29 @@ void QZPainterContext::strokeRect(QZRect rect)
         return;
     std::array corners{target->topLeft(), target->topRight(), target->bottomRight(), target->bottomLeft()};
     QZStrokeStyle style = state_.stroke;
-    if (snapToPixels(corners, true))
+    if (snapToPixels(corners, true)) {
         style.width = snappedWidth();
+        if (style.dash.isSolid() && style.join == QZLineJoin::Miter) {
+            fillOutline({corners[0], corners[2]});
+            return;
+        }
+    }
     const QZLineStroker::Subpath outline{corners, true};
     stroker_.stroke({&outline, 1}, style);
+}
+
+QRectF QZPainterContext::snapToPixels(const QRectF& area) const
+{
+    if (pixelRatio_ == 0.0)
+        return area;
+    const auto edge = [this](double coordinate) { return std::round(coordinate * pixelRatio_) / pixelRatio_; };
+    return {QPointF(edge(area.left()), edge(area.top())), QPointF(edge(area.right()), edge(area.bottom()))};
 }
 
 void QZPainterContext::fillRect(QZRect rect)
 {
     if (const auto target = flipped(rect))
-        painter_.fillRect(target->intersected(visible_), state_.fillColor);
+        painter_.fillRect(snapToPixels(*target).intersected(visible_), state_.fillColor);
 }
 
 void QZPainterContext::strokeEllipse(QZRect bounds)

@@ -117,6 +117,7 @@ TEST(PainterContext, PutsInkWhereTheFigureIs)
     const Pen half{.width = 2, .dash = {6 * M_PI, 99}}; // of the ellipse's outline
     const std::vector<Points> twice{{{2, 2}, {18, 2}, {10, 40}}, {{6, 6}, {14, 6}, {10, 14}}};
     const QPoint down{0, 1};
+    const Draw box = [](QZGraphicsContext& context) { context.fillRect({15.3, 15.3, -10, -10}); };
     const Draw handle = [](QZGraphicsContext& context) {
         context.fillRect({0, 0, 20, 20});
         context.clearRect({12, 12, -4, -4});
@@ -132,6 +133,8 @@ TEST(PainterContext, PutsInkWhereTheFigureIs)
           Row{"legs in line", {}, path({{{0, 10.3}, {5, 10.3}, {18, 10.3}, {20, 0}}}), "..#..", {12, 7}, down},
           Row{"the closing leg", {}, path({{{5.3, 2}, {15, 10}, {5.3, 18}}}, Path::Closed), "..#..", {3, 10}},
           Row{"a rectangle's side", {}, rect({15, 15, -10, -10}), "..##..", {7, 20}, {1, 0}, 2},
+          Row{"a rectangle's corners", {}, rect({5.3, 5.3, 10, 10}), "..###########..", {3, 14}},
+          Row{"a filled rectangle", {}, box, "..####################..", {9, 20}, {1, 0}, 2},
           Row{"round is not snapped", {}, arc({10, 10.25}, 6, 0, M_PI, false), "..++...", {10, 1}, down},
           Row{"dash, ratio 1.5", {.dash = {3, 2}}, level, "..##..", {2, 12}, down, 1.5},
           Row{"dash phase", {.dash = {3, 2}, .phase = 1}, row10, "##..###..###..###..#"},
