@@ -45,6 +45,17 @@ bool isDrawable(QPointF point)
     return std::abs(point.x()) <= maxCoordinate && std::abs(point.y()) <= maxCoordinate;
 }
 
+/// A branch whose first leg lies on a line of `path` keeps just enough of that leg for the corner at its end: drawn
+/// over each other, the anti-aliased edges of both would add up to a bold and jagged line.
+void trimBranch(const std::vector<QZLineStroker::Subpath>& path, std::span<QPointF> points, double width)
+{
+    const QLineF leg(points[1], points[0]);
+    const double kept = width + 2.0;
+    const auto covers = [&leg](const QZLineStroker::Subpath& line) { return isOnOneLeg(line.points, leg); };
+    if (leg.length() > kept && std::ranges::any_of(path, covers))
+        points[0] = leg.pointAt(kept / leg.length());
+}
+
 } // namespace
 
 QZPainterContext::QZPainterContext(QPainter& painter, double height, Edges edges)
@@ -261,6 +272,8 @@ void QZPainterContext::strokePath()
             continue;
         if (!subpath.isRound && snapToPixels(points, subpath.isClosed))
             style.width = snappedWidth();
+        if (pixelRatio_ > 0.0 && style.dash.isSolid() && !subpath.isRound && !subpath.isClosed)
+            trimBranch(path, points, style.width);
         path.push_back({points, subpath.isClosed});
     }
     stroker_.stroke(path, style);
