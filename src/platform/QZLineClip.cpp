@@ -15,6 +15,17 @@ bool isInside(const QRectF& area, QPointF point)
            point.y() <= area.bottom();
 }
 
+bool isOn(const QLineF& leg, QPointF point)
+{
+    constexpr double tolerance = 0.01; // px
+    const QPointF way = leg.p2() - leg.p1();
+    const QPointF from = point - leg.p1();
+    // Not a number for a leg of no length, which covers nothing.
+    const double part = std::clamp(QPointF::dotProduct(from, way) / QPointF::dotProduct(way, way), 0.0, 1.0);
+    const QPointF off = from - way * part;
+    return QPointF::dotProduct(off, off) <= tolerance * tolerance;
+}
+
 void forEachRunOfOpen(const QRectF& area, std::span<const QPointF> polyline,
                       const std::function<void(const QZLineRun&)>& handle)
 {
@@ -118,4 +129,14 @@ QPolygonF clippedPolygon(const QRectF& area, std::span<const QPointF> polygon)
         }
     }
     return result;
+}
+
+bool isOnOneLeg(std::span<const QPointF> polyline, const QLineF& segment)
+{
+    for (std::size_t i = 1; i < polyline.size(); ++i) {
+        const QLineF leg(polyline[i - 1], polyline[i]);
+        if (isOn(leg, segment.p1()) && isOn(leg, segment.p2()))
+            return true;
+    }
+    return false;
 }

@@ -32,3 +32,6 @@ void forEachVisibleRun(const QRectF& area, std::span<const QPointF> polyline, bo
 /// A polygon that covers what `polygon` covers of `area`, with the same winding, and nothing far outside
 /// (I. Sutherland, G. Hodgman, Reentrant Polygon Clipping, 1974).
 QPolygonF clippedPolygon(const QRectF& area, std::span<const QPointF> polygon);
+
+/// Whether one leg of a polyline covers `segment`, give or take what nobody sees.
+bool isOnOneLeg(std::span<const QPointF> polyline, const QLineF& segment);

@@ -45,6 +45,17 @@ bool isDrawable(QPointF point)
     return std::abs(point.x()) <= maxCoordinate && std::abs(point.y()) <= maxCoordinate;
 }
 
+/// A branch whose first leg lies on a line of `path` keeps just enough of that leg for the corner at its end: drawn
+/// over each other, the anti-aliased edges of both would add up to a bold and jagged line.
+void trimBranch(const std::vector<QZLineStroker::Subpath>& path, std::span<QPointF> points, double width)
+{
+    const QLineF leg(points[1], points[0]);
+    const double kept = width + 2.0;
+    const auto covers = [&leg](const QZLineStroker::Subpath& line) { return isOnOneLeg(line.points, leg); };
+    if (leg.length() > kept && std::ranges::any_of(path, covers))
+        points[0] = leg.pointAt(kept / leg.length());
+}
+
 } // namespace
 
 QZPainterContext::QZPainterContext(QPainter& painter, double height, Edges edges)
@@ -134,6 +145,23 @@ void QZPainterContext::fillAxisLine(const QLineF& line)
     else
         rect.adjust(-width / 2.0, 0.0, width / 2.0, 0.0);
     painter_.fillRect(rect, state_.stroke.color);
+}
+
+// Four rectangles, filled to the last pixel: a thin pen leaves the corners of a polygon pale.
+void QZPainterContext::fillOutline(const QRectF& middle)
+{
+    const double half = snappedWidth() / 2.0;
+    const QRectF outer = middle.adjusted(-half, -half, half, half);
+    const QRectF inner = middle.adjusted(half, half, -half, -half);
+    if (!inner.isValid()) {
+        painter_.fillRect(outer.intersected(visible_), state_.stroke.color);
+        return;
+    }
+    for (const QRectF& side : {QRectF(outer.topLeft(), QPointF(outer.right(), inner.top())),
+                               QRectF(QPointF(outer.left(), inner.bottom()), outer.bottomRight()),
+                               QRectF(QPointF(outer.left(), inner.top()), inner.bottomLeft()),
+                               QRectF(inner.topRight(), QPointF(outer.right(), inner.bottom()))})
+        painter_.fillRect(side.intersected(visible_), state_.stroke.color);
 }
 
 void QZPainterContext::strokeSegment(QZLine line)
@@ -244,6 +272,8 @@ void QZPainterContext::strokePath()
             continue;
         if (!subpath.isRound && snapToPixels(points, subpath.isClosed))
             style.width = snappedWidth();
+        if (pixelRatio_ > 0.0 && style.dash.isSolid() && !subpath.isRound && !subpath.isClosed)
+            trimBranch(path, points, style.width);
         path.push_back({points, subpath.isClosed});
     }
     stroker_.stroke(path, style);
@@ -269,16 +299,29 @@ void QZPainterContext::strokeRect(QZRect rect)
         return;
     std::array corners{target->topLeft(), target->topRight(), target->bottomRight(), target->bottomLeft()};
     QZStrokeStyle style = state_.stroke;
-    if (snapToPixels(corners, true))
+    if (snapToPixels(corners, true)) {
         style.width = snappedWidth();
+        if (style.dash.isSolid() && style.join == QZLineJoin::Miter) {
+            fillOutline({corners[0], corners[2]});
+            return;
+        }
+    }
     const QZLineStroker::Subpath outline{corners, true};
     stroker_.stroke({&outline, 1}, style);
+}
+
+QRectF QZPainterContext::snapToPixels(const QRectF& area) const
+{
+    if (pixelRatio_ == 0.0)
+        return area;
+    const auto edge = [this](double coordinate) { return std::round(coordinate * pixelRatio_) / pixelRatio_; };
+    return {QPointF(edge(area.left()), edge(area.top())), QPointF(edge(area.right()), edge(area.bottom()))};
 }
 
 void QZPainterContext::fillRect(QZRect rect)
 {
     if (const auto target = flipped(rect))
-        painter_.fillRect(target->intersected(visible_), state_.fillColor);
+        painter_.fillRect(snapToPixels(*target).intersected(visible_), state_.fillColor);
 }
 
 void QZPainterContext::strokeEllipse(QZRect bounds)

@@ -18,7 +18,8 @@
 class QZPainterContext final : public QZGraphicsContext {
 public:
     enum class Edges {
-        /// Straight lines that are horizontal or vertical, in whatever shape, land on whole device pixels: for screens.
+        /// Filled rectangles and straight lines that are horizontal or vertical, in whatever shape, land on whole
+        /// device pixels: for screens.
         PixelSnapped,
         /// Coordinates, whole lines and their dashes are handed to the device as they are: for vector files, printers.
         Exact,
@@ -75,11 +76,14 @@ private:
     [[nodiscard]] double snappedWidth() const;
     /// Puts horizontal and vertical legs on whole device pixels; false when there was none.
     bool snapToPixels(std::span<QPointF> points, bool isClosed) const;
+    /// Puts the edges between two device pixels each.
+    [[nodiscard]] QRectF snapToPixels(const QRectF& area) const;
 
     void addPoint(QPointF point);
     void addRoundSubpath(QPointF center, QSizeF radii, double startAngle, double sweep);
     [[nodiscard]] std::span<QPointF> pointsOf(std::size_t subpath);
     void fillAxisLine(const QLineF& line);
+    void fillOutline(const QRectF& middle);
 
     QPainter& painter_;
     double height_;

@@ -18,9 +18,9 @@
 
 namespace {
 
-// A desktop's own red and green, legible on white and on black.
+// Red and green of about the same contrast on white and on black.
 constexpr QColor riseColor(255, 59, 48);
-constexpr QColor dropColor(52, 199, 89);
+constexpr QColor dropColor(24, 150, 66);
 
 template <typename Tool>
 std::shared_ptr<QZPaintGraph> create()

@@ -124,6 +124,9 @@ TEST(Theme, ShippedThemesHaveTheSameKeysAndReadWell)
         EXPECT_GE(contrast(icon("ControlButtonSelectedColor"), icon("IconSelectedColor")), 3);
         EXPECT_GE(contrast(icon("KeyPointColor"), chart), 3);
         EXPECT_GE(contrast(color(u"qzchart.axisText"_s), chart), 4.5);
+        // The band's edges on the chart, and the white cross on its close button.
+        for (const QColor& beside : {chart, QColor(Qt::white)})
+            EXPECT_GE(contrast(color(u"RangeStatisticsLayer.DashRulesLineColor"_s), beside), 3);
         // Orange beside blue is told apart by everyone.
         const int turn = std::abs(icon("IconHoverColor").hue() - icon("IconActiveColor").hue());
         EXPECT_GT(std::min(turn, 360 - turn), 120);

@@ -43,12 +43,10 @@ Draw path(const std::vector<Points>& parts, Path kind = Path::Open)
 {
     return [=](QZGraphicsContext& context) {
         context.beginPath();
-        for (const Points& part : parts) {
-            if (&part != &parts.front()) // the first one begins with its lineTo()
-                context.moveTo(part[0]);
-            for (const QZPoint point : part)
-                context.lineTo(point);
-        }
+        for (const Points& part : parts)
+            for (const QZPoint& point : part)
+                // The first one begins with its lineTo().
+                &point == &part[0] && &part != &parts[0] ? context.moveTo(point) : context.lineTo(point);
         if (kind == Path::Closed)
             context.closePath();
         kind == Path::Filled ? context.fillPath() : context.strokePath();
@@ -116,7 +114,9 @@ TEST(PainterContext, PutsInkWhereTheFigureIs)
     const auto turn = [](double start, double end, bool clockwise) { return arc({10, 10}, 6, start, end, clockwise); };
     const Pen half{.width = 2, .dash = {6 * M_PI, 99}}; // of the ellipse's outline
     const std::vector<Points> twice{{{2, 2}, {18, 2}, {10, 40}}, {{6, 6}, {14, 6}, {10, 14}}};
+    const Points branch{{10, 0}, {10.0005, 10}, {2, 9}};
     const QPoint down{0, 1};
+    const Draw box = [](QZGraphicsContext& context) { context.fillRect({15.3, 15.3, -10, -10}); };
     const Draw handle = [](QZGraphicsContext& context) {
         context.fillRect({0, 0, 20, 20});
         context.clearRect({12, 12, -4, -4});
@@ -129,9 +129,13 @@ TEST(PainterContext, PutsInkWhereTheFigureIs)
           Row{"width 3, ratio 1.5", {.width = 3}, level, "...#####...", {5, 10}, down, 1.5},
           Row{"upright", {}, segment({10.3, 0}, {10.3, 20}), "..#..", {8, 5}},
           Row{"slanted is not snapped", {}, segment({10, 0}, {10.001, 20}), ".++..", {8, 5}},
+          Row{"branches along a stem", {}, path({{{10, 0}, {10.001, 20}}, branch, branch}), ".++..", {8, 18}},
+          Row{"parts in line", {}, path({{{0, 9.5}, {4, 9.5}}, {{6, 9.5}, {20, 9.5}}}), "####..##############"},
           Row{"legs in line", {}, path({{{0, 10.3}, {5, 10.3}, {18, 10.3}, {20, 0}}}), "..#..", {12, 7}, down},
           Row{"the closing leg", {}, path({{{5.3, 2}, {15, 10}, {5.3, 18}}}, Path::Closed), "..#..", {3, 10}},
           Row{"a rectangle's side", {}, rect({15, 15, -10, -10}), "..##..", {7, 20}, {1, 0}, 2},
+          Row{"a rectangle's corners", {}, rect({5.3, 5.3, 10, 10}), "..###########..", {3, 14}},
+          Row{"a filled rectangle", {}, box, "..####################..", {9, 20}, {1, 0}, 2},
           Row{"round is not snapped", {}, arc({10, 10.25}, 6, 0, M_PI, false), "..++...", {10, 1}, down},
           Row{"dash, ratio 1.5", {.dash = {3, 2}}, level, "..##..", {2, 12}, down, 1.5},
           Row{"dash phase", {.dash = {3, 2}, .phase = 1}, row10, "##..###..###..###..#"},

@@ -1,4 +1,5 @@
 #include "platform/QZFont.h"
+#include "support/Contrast.h"
 #include "support/ToolDrawing.h"
 #include "tools/QZPaintMarks.h"
 
@@ -38,9 +39,11 @@ TEST_F(Marks, AGlyphThatStandsOnItsPoint)
         QColor color;
     };
     for (const Row& row :
-         {Row{"up", QZSTToolUp, up, QColor(255, 59, 48)}, Row{"down", QZSTToolDown, down, QColor(52, 199, 89)}}) {
+         {Row{"up", QZSTToolUp, up, QColor(255, 59, 48)}, Row{"down", QZSTToolDown, down, QColor(24, 150, 66)}}) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(createPaintTool(row.type)->strokeColor(), row.color);
+        for (const char* background : {"#fcfcfd", "#14171c"})
+            EXPECT_GE(contrast(row.color, QColor(background)), 3) << background;
         const auto mark = tool(row.type, {{100, 50}}, 5);
         EXPECT_EQ(mark->type(), row.type);
         const QZTextSize size = measureText(row.glyph, systemFont(15));
