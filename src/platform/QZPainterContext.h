@@ -75,7 +75,7 @@ private:
     [[nodiscard]] double snapped(double coordinate) const;
     [[nodiscard]] double snappedWidth() const;
     /// Puts horizontal and vertical legs on whole device pixels; false when there was none.
-    bool snapToPixels(std::span<QPointF> points, bool isClosed) const;
+    [[nodiscard]] bool snapToPixels(std::span<QPointF> points, bool isClosed) const;
     /// Puts the edges between two device pixels each.
     [[nodiscard]] QRectF snapToPixels(const QRectF& area) const;
 
