@@ -96,7 +96,8 @@ int main(int argc, char** argv)
                                 .failedLoadBarsSave = true,
                                 .keepsForeignRows = true,
                                 .hiddenFiguresIgnoreMouse = true,
-                                .magnetButtonTellsTruth = true});
+                                .magnetButtonTellsTruth = true,
+                                .newFiguresTakeChosenLine = true});
 
     const QCommandLineOption demo(QStringLiteral("demo"),
                                   QStringLiteral("Play a demonstration and write what the window shows to PNG."),

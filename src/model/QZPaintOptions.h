@@ -17,6 +17,9 @@ struct QZPaintOptions {
     /// The magnet's button looks pressed exactly while the magnet is on. Else the eye lets go of it without switching
     /// the magnet off, and it tells the opposite from then on.
     bool magnetButtonTellsTruth = false;
+    /// A new figure takes the line that its user last chose in the strip. Else it takes the one that the strip last
+    /// showed: after a red mark was selected, every figure is red.
+    bool newFiguresTakeChosenLine = false;
 
     [[nodiscard]] static const QZPaintOptions& current();
     static void setCurrent(const QZPaintOptions& options);

@@ -153,6 +153,7 @@ void QZPaintGraphConfigWC::windowDidLoad()
     }
     btnIsLocked_->setCheckable(true);
     cwStrokeColor_->setColor(defaultStrokeColor());
+    chosenLine_.color = defaultStrokeColor();
     prepareItems();
     popLineType_->selectItemWithTag(static_cast<int>(lineType_));
     popLineWidth_->selectItemWithTag(lineWidth_ - 1);

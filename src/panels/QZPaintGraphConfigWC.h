@@ -73,6 +73,14 @@ public:
     void setIsLocked(bool isLocked);
     [[nodiscard]] bool isLocked() const { return btnIsLocked_->isChecked(); }
 
+    /// What the user last chose here, whatever figure was shown since.
+    struct Line {
+        std::uint64_t type = 0;
+        double width = 1.0; ///< px
+        QColor color;
+    };
+    [[nodiscard]] const Line& chosenLine() const { return chosenLine_; }
+
     // What the controls do: each takes over its control's value and tells the delegate.
 
     void clickedEdit();
@@ -110,6 +118,7 @@ private:
     std::uint64_t enabledConfigs_ = QZGraphConfig::all;
     std::uint64_t lineType_ = 0;
     int lineWidth_ = 1; // px
+    Line chosenLine_;
 
     QZPaintGraphConfigWCDelegate* delegate_ = nullptr;
     std::weak_ptr<void> delegateLifetime_;

@@ -62,6 +62,7 @@ void QZPaintGraphConfigWC::clickedEdit()
 
 void QZPaintGraphConfigWC::selectedStrokeColor()
 {
+    chosenLine_.color = strokeColor();
     if (auto* told = delegate())
         told->paintGraphConfigStrokeColorDidChange(*this, strokeColor());
 }
@@ -76,6 +77,7 @@ void QZPaintGraphConfigWC::selectedLineType()
 {
     if (const int tag = popLineType_->selectedTag(); tag != QZPopUpButton::noTag)
         setLineType(static_cast<std::uint64_t>(tag));
+    chosenLine_.type = lineType_;
     if (auto* told = delegate())
         told->paintGraphConfigLineTypeDidChange(*this, lineType_);
 }
@@ -84,6 +86,7 @@ void QZPaintGraphConfigWC::selectedLineWidth()
 {
     if (const int tag = popLineWidth_->selectedTag(); tag != QZPopUpButton::noTag)
         setLineWidth(tag + 1.0);
+    chosenLine_.width = lineWidth();
     if (auto* told = delegate())
         told->paintGraphConfigLineWidthDidChange(*this, lineWidth());
 }

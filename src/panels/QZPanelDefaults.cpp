@@ -1,8 +1,21 @@
 #include "panels/QZPanelDefaults.h"
 
+#include "model/QZPaintOptions.h"
 #include "panels/QZPaintControl.h"
 #include "panels/QZPaintGraphConfigWC.h"
 #include "panels/QZPaintTextConfigWC.h"
+
+namespace {
+
+/// The line of a new figure.
+QZPaintGraphConfigWC::Line lineFor(const QZPaintGraphConfigWC& strip)
+{
+    if (QZPaintOptions::current().newFiguresTakeChosenLine)
+        return strip.chosenLine();
+    return {strip.lineType(), strip.lineWidth(), strip.strokeColor()};
+}
+
+} // namespace
 
 void QZPanelDefaults::install()
 {
@@ -13,19 +26,19 @@ void QZPanelDefaults::install()
 std::uint64_t QZPanelDefaults::lineType() const
 {
     const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
-    return strip == nullptr ? QZPaintDefaults::lineType() : strip->lineType();
+    return strip == nullptr ? QZPaintDefaults::lineType() : lineFor(*strip).type;
 }
 
 double QZPanelDefaults::lineWidth() const
 {
     const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
-    return strip == nullptr ? QZPaintDefaults::lineWidth() : strip->lineWidth();
+    return strip == nullptr ? QZPaintDefaults::lineWidth() : lineFor(*strip).width;
 }
 
 QColor QZPanelDefaults::strokeColor() const
 {
     const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
-    return strip == nullptr ? QZPaintDefaults::strokeColor() : strip->strokeColor();
+    return strip == nullptr ? QZPaintDefaults::strokeColor() : lineFor(*strip).color;
 }
 
 QColor QZPanelDefaults::fillColor() const

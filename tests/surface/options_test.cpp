@@ -1,6 +1,7 @@
 #include "GraphStoreFixture.h"
 #include "model/QZPaintOptions.h"
 #include "panels/QZPaintControl.h"
+#include "panels/QZPaintGraphConfigWC.h"
 
 #include <QFile>
 
@@ -95,6 +96,33 @@ TEST_F(Options, HiddenFiguresAndTheMouse)
         EXPECT_EQ(chart.graphAt({150, 150}) == nullptr, ignores);
         line->setHidden(false);
         EXPECT_EQ(chart.graphAt({150, 150}), line);
+    }
+}
+
+TEST_F(Options, TheLineOfANewFigure)
+{
+    for (const bool chosen : {false, true}) {
+        SCOPED_TRACE(chosen);
+        QZPaintOptions::setCurrent({.newFiguresTakeChosenLine = chosen});
+        auto& strip = QZPaintGraphConfigWC::sharedWC();
+        TestPane chart;
+        strip.setStrokeColor(QColor(1, 2, 3));
+        strip.setLineType(2);
+        strip.setLineWidth(3);
+        strip.selectedStrokeColor();
+        strip.selectedLineType();
+        strip.selectedLineWidth();
+        const auto other = chart.draw(QZSTHorizon, {{100, 100}});
+        other->setStrokeColor(Qt::red);
+        other->setLineType(4);
+        other->setLineWidth(9);
+        chart.click({300, 250}); // away from it
+        chart.click({100, 100});
+        ASSERT_EQ(chart.current(), other);
+        const auto line = chart.draw(QZSTLineSegment, {{200, 100}, {300, 200}});
+        EXPECT_EQ(line->strokeColor(), chosen ? QColor(1, 2, 3) : QColor(Qt::red));
+        EXPECT_EQ(line->lineType(), chosen ? 2U : 4U);
+        EXPECT_EQ(line->lineWidth(), chosen ? 3U : 9U);
     }
 }
 
