@@ -13,20 +13,14 @@ inline void PrintTo(QZPoint point, std::ostream* out)
     *out << point.x << "," << point.y;
 }
 
-template <typename Signature>
-class Hook;
-
 /// One answer of a chart: a test may put its own in place of it and reads how often it was asked.
-template <typename Result, typename... Args>
-class Hook<Result(Args...)> {
+template <typename Signature>
+class Hook {
 public:
-    using Body = std::function<Result(Args...)>;
-
-    template <typename Function>
-    explicit Hook(Function body) : body_(std::move(body))
-    {}
-    void answerWith(Body body) { body_ = std::move(body); }
-    Result operator()(Args... args) const
+    explicit Hook(std::function<Signature> body) : body_(std::move(body)) {}
+    void answerWith(std::function<Signature> body) { body_ = std::move(body); }
+    template <typename... Args>
+    auto operator()(Args&&... args) const
     {
         ++calls_;
         return body_(std::forward<Args>(args)...);
@@ -34,7 +28,7 @@ public:
     [[nodiscard]] int calls() const { return calls_; }
 
 private:
-    Body body_;
+    std::function<Signature> body_;
     mutable int calls_ = 0;
 };
 
@@ -42,8 +36,7 @@ private:
 class TestChart : public QZPaintChart {
 public:
     static constexpr double barWidth = 10.0;
-    static constexpr std::int32_t firstDate = 20240000;
-    static constexpr int barCount = 100;
+    static constexpr int firstDate = 20240000, barCount = 100;
 
     TestChart() = default;
     TestChart(const TestChart&) = delete; // the answers know their chart

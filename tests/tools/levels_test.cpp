@@ -40,9 +40,7 @@ TEST_F(Levels, LinesCaptionsAndDistances)
     const std::vector<Level> golden{{"0.0%", 200, ""}, {"23.6%", 176.4},  {"38.2%", 161.8},    {"50.0%", 150},
                                     {"61.8%", 138.2},  {"80.9%", 119.1},  {"100.0%", 100, ""}, {"138.2%", 61.8},
                                     {"161.8%", 38.2},  {"200.0%", 0, ""}, {"238.2%", -38.2},   {"261.8%", -61.8}};
-    const std::string wide = drawing(golden, 20, 380, 120);
     const std::string half = drawing({{"0.0%", 200, ""}, {"12.5%", 200}}, 200, 200, 200) + "...";
-    const std::string right = drawing(percentage, 100, 300, 120);
     owner->layerFrame = {20, 0, 360, 300};
     chart.rect.x = 120;
     expectFigures({
@@ -50,8 +48,8 @@ TEST_F(Levels, LinesCaptionsAndDistances)
         {"mirrored", QZSTPercentage, {{300, 200}, {200, 100}}, drawing(percentage, 300, 200, 200), {250, 260}, 6},
         {"out of sight", QZSTHorizonSpace, {{20, 200}, {120, 100}}, drawing(space, 20, 120, 20), {124, 103}, 5},
         {"half placed", QZSTHorizonSpace, {{200, 200}}, half, {203, 204}, 5},
-        {"golden", QZSTGoldenSection, {{100, 200}, {300, 100}}, wide, {200, 260}, 60},
-        {"golden out of sight", QZSTGoldenSection, {{90, 200}, {30, 100}}, wide, {30, 3}, 3},
+        {"golden", QZSTGoldenSection, {{100, 200}, {300, 100}}, drawing(golden, 20, 380, 120), {200, 260}, 60},
+        {"golden out of sight", QZSTGoldenSection, {{90, 200}, {30, 100}}, drawing(golden, 20, 380, 120), {30, 3}, 3},
     });
 }
 

@@ -23,34 +23,29 @@ double textHeight(double lineWidth)
 
 TEST_F(Measuring, TheRulerWritesInTheColourOfTheChange)
 {
-    struct Row {
-        const char* name = nullptr;
-        QZPoint to;
-        float percent = 0.0F;
-        const char16_t* price = nullptr;
-        const char* color = nullptr;
-    };
-    for (const Row& row : {Row{"upwards", {200, 90}, 2.345F, u"1.50", " #d0312d"},
-                           Row{"downwards", {200, 10}, -2.345F, u"-1.50", " #0b7f4b"},
-                           Row{"level is no rise", {200, 30}, 1.0F, u"0", " #0b7f4b"},
-                           Row{"no change, upwards", {200, 90}, 0.0F, u"+0.00元", " #010203"},
-                           Row{"no number is no change", {200, 90}, 0.0F, u"--", " #010203"},
-                           Row{"price alone changed", {200, 90}, 0.0F, u"0.01", " #d0312d"}}) {
-        SCOPED_TRACE(row.name);
-        answer(7, row.percent, QString::fromUtf16(row.price));
+    using Row = std::tuple<const char*, double, float, QString, QString>;
+    const QString rise = QStringLiteral(" #d0312d");
+    const QString drop = QStringLiteral(" #0b7f4b");
+    for (const auto& [name, y, percent, price, color] :
+         {Row{"upwards", 90, 2.345F, QStringLiteral("1.50"), rise},
+          Row{"downwards", 10, -2.345F, QStringLiteral("-1.50"), drop},
+          Row{"level is no rise", 30, 1.0F, QStringLiteral("0"), drop},
+          Row{"no change, upwards", 90, 0.0F, QStringLiteral("+0.00元"), {}},
+          Row{"no number is no change", 90, 0.0F, QStringLiteral("--"), {}},
+          Row{"price alone changed", 90, 0.0F, QStringLiteral("0.01"), rise}}) {
+        SCOPED_TRACE(name);
+        answer(7, percent, price);
         const auto graph = tool(QZSTToolRule, {{100, 30}}, 3);
         graph->setLineType(1);
-        graph->mouseMoved(row.to);
-        const std::string line = "segment 100,30-200," + std::to_string(static_cast<int>(row.to.y)) + " w1 #010203";
-        const std::string percent = QString::number(static_cast<double>(row.percent), 'f', 2).toStdString();
-        EXPECT_EQ(drawn(*graph), (Lines{line, "text \"距离: 7 幅度: " + percent +
-                                                  "% 涨跌: " + QString::fromUtf16(row.price).toStdString() +
-                                                  "\" 100,30 13px" + row.color}));
+        graph->mouseMoved({200, y});
+        const QString caption =
+            QStringLiteral("\"距离: 7 幅度: %1% 涨跌: ").arg(static_cast<double>(percent), 0, 'f', 2);
+        EXPECT_EQ(brief(*graph), (QStringLiteral("100,30-200,%1;").arg(y) + caption + price +
+                                  QStringLiteral("\" 100,30 13px") + color + u';')
+                                     .toStdString());
     }
     chart.range.answerWith([](QZPoint, QZPoint, int) { return std::nullopt; });
-    const auto graph = tool(QZSTToolRule, {{100, 30}});
-    graph->mouseMoved({200, 90});
-    EXPECT_EQ(drawn(*graph), (Lines{"segment 100,30-200,90 w1 #010203"})) << "the host knows nothing";
+    EXPECT_EQ(brief(*following(QZSTToolRule, {{100, 30}, {200, 90}})), "100,30-200,90;") << "the host knows nothing";
 }
 
 TEST_F(Measuring, TheRulerBeginsAnewWhereItEnded)
@@ -65,47 +60,27 @@ TEST_F(Measuring, TheRulerBeginsAnewWhereItEnded)
     EXPECT_EQ(graph->currentPoint(), 0);
     EXPECT_TRUE(graph->isEditing());
     EXPECT_EQ(graph->logicAxises().size(), 1U);
-    EXPECT_EQ(drawn(*graph), Lines{}) << "nothing measured yet";
+    EXPECT_EQ(brief(*graph), "") << "nothing measured yet";
     EXPECT_EQ(graph->minDistanceFromPoint({208, 90}), 6);
     chart.scroll = 50;
     graph->mouseMoved({100, 30});
     graph->mouseDown({100, 30});
     graph->mouseMoved({160, 40});
-    EXPECT_EQ(drawn(*graph).front(), "segment 100,30-160,40 w1 #010203") << "does not follow the chart";
+    EXPECT_TRUE(brief(*graph).starts_with("100,30-160,40;")) << "does not follow the chart";
 }
 
 TEST_F(Measuring, TheRangeRuleTintsItsBand)
 {
-    const double height = textHeight(2);
-    struct Row {
-        const char* name;
-        Points points;
-        const char* bounds[2];
-        const char* band;
-        const char* middle;
-    };
-    const std::vector<Row> rows{
-        {"upwards", {{100, 30}, {200, 90}}, {"100,30-200,30", "100,90-200,90"}, "100,30 100x60", "150,30-150,90"},
-        {"downwards to the left",
-         {{200, 90}, {100, 30}},
-         {"200,90-100,90", "200,30-100,30"},
-         "200,90 -100x-60",
-         "150,90-150,30"},
-    };
     answer(-12, 2.5F, QStringLiteral("1.50"));
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const auto graph = tool(QZSTRangeRule, row.points, 2);
+    const std::string texts = text(QStringLiteral("2.50%"), 152, 90 - textHeight(2) - 2, 12) + "\"1.50\" 152,32 12px;";
+    const std::string up = "100,30-200,30 w2;100,90-200,90 w2;fill 100,30 100x60 #33010203;150,30-150,90 w2 dash 10,6;";
+    const std::string toTheLowerLeft =
+        "200,90-100,90 w2;200,30-100,30 w2;fill 200,90 -100x-60 #33010203;150,90-150,30 w2 dash 10,6;";
+    for (const auto& [points, bands] :
+         {std::pair{Points{{100, 30}, {200, 90}}, up}, {Points{{200, 90}, {100, 30}}, toTheLowerLeft}}) {
+        const auto graph = tool(QZSTRangeRule, points, 2);
         graph->setFillColor(Qt::green);
-        const std::string pen = " w2 #010203";
-        const double upper = 90 - height - 2;
-        EXPECT_EQ(drawn(*graph),
-                  (Lines{"segment " + std::string(row.bounds[0]) + pen, "segment " + std::string(row.bounds[1]) + pen,
-                         "fill " + std::string(row.band) + " #33010203",
-                         "segment " + std::string(row.middle) + pen + " dash 10,6",
-                         "text \"2.50%\" 152," + RecordingContext::number(upper) + " 12px #010203",
-                         "text \"1.50\" 152,32 12px #010203"}));
-        EXPECT_EQ(graph->fillColor(), QColor(1, 2, 3, 51));
+        EXPECT_EQ(brief(*graph), bands + texts);
         EXPECT_EQ(graph->minDistanceFromPoint({120, 33}), 3);
         EXPECT_EQ(graph->minDistanceFromPoint({146, 60}), 4);
         EXPECT_EQ(graph->minDistanceFromPoint({120, 60}), 30) << "the band is no part of it";
@@ -121,24 +96,19 @@ TEST_F(Measuring, TheBoxAroundTheCandles)
         return true;
     });
     const double height = textHeight(4);
-    const auto at = [](const char* text, double x, double y) {
-        return "text \"" + std::string(text) + "\" " + RecordingContext::number(x) + "," + RecordingContext::number(y) +
-               " 14px #010203";
-    };
     for (const Points& points : {Points{{100, 30}, {200, 90}}, Points{{200, 90}, {100, 30}}}) {
-        const auto graph = tool(QZSTBoxLine, points, 4);
-        EXPECT_EQ(drawn(*graph), (Lines{"rect 100,50 100x100 w4 #010203 round", "fill 100,50 100x100 #33010203",
-                                        "segment 100,120-200,120 w4 #010203 dash 20,12 round",
-                                        at("K 线数: 9", 106, 150 - height - 4), at("6.50%", 206, 150 - height - 4),
-                                        at("-2.00", 206, 56), at("成本均价: 12.35", 106, 120 - height - 4),
-                                        at("振幅:6.50% 差价:-2.00 成本均价: 12.35", 106, 50 - height - 4)}));
+        EXPECT_EQ(brief(*tool(QZSTBoxLine, points, 4)),
+                  "rect 100,50 100x100 w4 round;fill 100,50 100x100 #33010203;100,120-200,120 w4 dash 20,12 round;" +
+                      text(QStringLiteral("K 线数: 9"), 106, 150 - height - 4, 14) +
+                      text(QStringLiteral("6.50%"), 206, 150 - height - 4, 14) + "\"-2.00\" 206,56 14px;" +
+                      text(QStringLiteral("成本均价: 12.35"), 106, 120 - height - 4, 14) +
+                      text(QStringLiteral("振幅:6.50% 差价:-2.00 成本均价: 12.35"), 106, 50 - height - 4, 14));
     }
     const auto graph = tool(QZSTBoxLine, {{100, 30}, {200, 90}}, 3);
     EXPECT_EQ(drawn(*graph).front(), "rect 100,50 100x100 w3 #010203") << "not round yet";
-    const std::vector<std::pair<QZPoint, double>> distances{{{150, 53}, 3}, {{150, 117}, 3}, {{203, 70}, 3},
-                                                            {{150, 80}, 6}, {{92, 26}, 6},   {{200, 92}, 0}};
-    for (const auto& [point, distance] : distances)
-        EXPECT_EQ(graph->minDistanceFromPoint(point), distance) << point.x << "," << point.y;
+    for (const auto& [at, distance] : std::vector<std::pair<QZPoint, double>>{
+             {{150, 53}, 3}, {{150, 117}, 3}, {{203, 70}, 3}, {{150, 80}, 6}, {{92, 26}, 6}, {{200, 92}, 0}})
+        EXPECT_EQ(graph->minDistanceFromPoint(at), distance) << at.x << "," << at.y;
     EXPECT_TRUE(graph->selectKeyPointNearPoint({195, 999}));
     EXPECT_EQ(graph->currentPoint(), 1);
     chart.boxLine.answerWith([](QZBoxLineCalcData& data) { return data.x1 += 50, true; });

@@ -23,14 +23,12 @@ TEST_F(ParallelChannels, FiguresAndDistances)
 
 TEST_F(ParallelChannels, WideLinesEndRoundOrPlain)
 {
-    struct Row {
-        QZShapeType type;
-        const char *placing, *finished, *dragging;
-    };
-    for (const Row& row : {Row{QZSTParallel, "round plain ", "round round ", "round round plain "},
-                           Row{QZSTParallelSegment, "plain round ", "plain plain ", "plain plain round "}}) {
-        SCOPED_TRACE(strQZShapeType(row.type).toStdString());
-        const auto graph = tool(row.type, {{0, 30}, {40, 60}}, 5);
+    using Row = std::tuple<QZShapeType, const char*, const char*, const char*>;
+    for (const auto& [type, placing, finished, dragging] :
+         {Row{QZSTParallel, "round plain ", "round round ", "round round plain "},
+          Row{QZSTParallelSegment, "plain round ", "plain plain ", "plain plain round "}}) {
+        SCOPED_TRACE(strQZShapeType(type).toStdString());
+        const auto graph = tool(type, {{0, 30}, {40, 60}}, 5);
         graph->setLineType(2);
         const auto ends = [&] {
             std::string all;
@@ -38,10 +36,10 @@ TEST_F(ParallelChannels, WideLinesEndRoundOrPlain)
                 all += line.ends_with(" w5 #010203 dash 15,15") ? "plain " : line.substr(line.rfind(' ') + 1) + " ";
             return all;
         };
-        EXPECT_EQ(ends(), row.placing);
+        EXPECT_EQ(ends(), placing);
         graph->mouseDown({40, 35});
-        EXPECT_EQ(ends(), row.finished);
+        EXPECT_EQ(ends(), finished);
         graph->setCurrentPoint(2);
-        EXPECT_EQ(ends(), row.dragging);
+        EXPECT_EQ(ends(), dragging);
     }
 }

@@ -1,20 +1,17 @@
-#include "support/RecordingContext.h"
 #include "support/Spies.h"
-#include "support/TestOwner.h"
+#include "support/ToolDrawing.h"
 #include "tools/QZPaintRangeStatistics.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
 using QZRangeStatistics::dragTypeKey;
 
 /// The band from bar 10 (x = 100) to bar 20 (x = 200), selected, over a chart rectangle of height 200.
-class RangeStatistics : public ::testing::Test {
+class RangeStatistics : public ToolDrawing {
 protected:
     RangeStatistics()
     {
-        owner->testChart.rect = {0, 10, 400, 200};
+        chart.rect = {0, 10, 400, 200};
         band->setLayer(owner);
         show(10, 20);
         band->setSelected(true);
@@ -32,40 +29,30 @@ protected:
         band->convertToKeyPoint();
     }
 
-    std::shared_ptr<TestOwner> owner = std::make_shared<TestOwner>();
     std::shared_ptr<QZPaintRangeStatistics> band = QZPaintRangeStatistics::sharedGraph();
 };
 
 } // namespace
 
-TEST_F(RangeStatistics, DrawsItselfEvenWhenHidden)
+TEST_F(RangeStatistics, DrawsItselfEvenWhenHiddenButNotWithoutALayer)
 {
     band->setHidden(true);
-    RecordingContext context;
-    band->drawInContext(context);
+    EXPECT_EQ(drawn(*band), (Lines{"fill 100,10 100x200 #243f649c", "segment 100,10-100,210 w1 #3f649c dash 5,3",
+                                   "segment 200,10-200,210 w1 #3f649c dash 5,3", "fill 95.5,105.5 9x9 #3f649c",
+                                   "fill 195.5,105.5 9x9 #3f649c", "fill 187,197 10x10 #3f649c",
+                                   "segment 188,198-196,206 w2 #ffffff", "segment 188,206-196,198 w2 #ffffff"}));
     band->setHidden(false);
-    EXPECT_EQ(context.lines,
-              (std::vector<std::string>{"fill 100,10 100x200 #243f649c", "segment 100,10-100,210 w1 #3f649c dash 5,3",
-                                        "segment 200,10-200,210 w1 #3f649c dash 5,3", "fill 95.5,105.5 9x9 #3f649c",
-                                        "fill 195.5,105.5 9x9 #3f649c", "fill 187,197 10x10 #3f649c",
-                                        "segment 188,198-196,206 w2 #ffffff", "segment 188,206-196,198 w2 #ffffff"}));
-}
-
-TEST_F(RangeStatistics, WithoutALayerThereIsNothingToDraw)
-{
     band->setLayer(nullptr);
-    RecordingContext context;
-    band->drawInContext(context);
-    EXPECT_EQ(context.lines, std::vector<std::string>{});
+    EXPECT_EQ(drawn(*band), Lines{});
     EXPECT_EQ(band->minDistanceFromPoint({150, 50}), 6) << "nor to hit";
     EXPECT_FALSE(band->isNearKeyPoint({100, 50}));
 }
 
 TEST_F(RangeStatistics, ComesBackFromOffTheChart)
 {
-    owner->testChart.fromAxis.answerWith([](const QZPaintLogicAxis&) { return unplaceablePoint; });
+    chart.fromAxis.answerWith([](const QZPaintLogicAxis&) { return unplaceablePoint; });
     show(10, 20);
-    owner->testChart.fromAxis.answerWith([](const QZPaintLogicAxis& axis) { return QZPoint{axis.time * 1.0, 0}; });
+    chart.fromAxis.answerWith([](const QZPaintLogicAxis& axis) { return QZPoint{axis.time * 1.0, 0}; });
     band->place({1, 50}, {1, 70});
     EXPECT_EQ(band->getRightPoint(), (QZPoint{70, 0}));
 }
@@ -94,37 +81,30 @@ TEST_F(RangeStatistics, ReportsDragsAndItsCloseButton)
                            {QStringLiteral("x2"), x2},
                            {QStringLiteral("dragType"), type}};
     };
-    const QVariantMap closed{{QStringLiteral("timeType"), 5U}};
-    std::vector<QZPoint> pixelByPixel;
+    Points pixelByPixel;
     for (int x = 200; x >= 60; --x)
         pixelByPixel.push_back({1.0 * x, 50});
-    struct Row {
-        const char* name;
-        QZPoint down;
-        std::vector<QZPoint> drag;
-        QVariantMap report; ///< the last one
-    };
-    const std::vector<Row> rows{
-        {"first edge", {100, 50}, {{100, 50}, {120, 50}}, dragged(120, 200, 0)},
-        {"second edge past the first", {200, 50}, {{200, 50}, {60, 50}}, dragged(60, 100, 1)},
-        {"second edge over the first, pixel by pixel", {200, 50}, pixelByPixel, dragged(60, 100, 1)},
-        {"band to the left", {150, 50}, {{130, 60}}, dragged(80, 180, 2)},
-        {"band to the right", {150, 50}, {{170, 50}}, dragged(120, 220, 3)},
-        {"close button", {190, 200}, {}, closed},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    // Where it is pressed and dragged, and the last report.
+    using Row = std::tuple<const char*, QZPoint, Points, QVariantMap>;
+    for (const auto& [name, down, drag, report] :
+         {Row{"first edge", {100, 50}, {{100, 50}, {120, 50}}, dragged(120, 200, 0)},
+          Row{"second edge past the first", {200, 50}, {{200, 50}, {60, 50}}, dragged(60, 100, 1)},
+          Row{"second edge over the first, pixel by pixel", {200, 50}, pixelByPixel, dragged(60, 100, 1)},
+          Row{"band to the left", {150, 50}, {{130, 60}}, dragged(80, 180, 2)},
+          Row{"band to the right", {150, 50}, {{170, 50}}, dragged(120, 220, 3)},
+          Row{"close button", {190, 200}, {}, {{QStringLiteral("timeType"), 5U}}}}) {
+        SCOPED_TRACE(name);
         show(10, 20);
         const NotificationSpy spy(QZRangeStatisticsTimeChangedNotification);
-        band->setDragStartPoint(row.down);
-        band->mouseDown(row.down);
-        for (const QZPoint point : row.drag)
+        band->setDragStartPoint(down);
+        band->mouseDown(down);
+        for (const QZPoint point : drag)
             band->mouseDragged(point);
         band->mouseUp({});
-        ASSERT_EQ(spy.posts.size(), std::max<std::size_t>(1, row.drag.size()));
+        ASSERT_EQ(spy.posts.size(), std::max<std::size_t>(1, drag.size()));
         for (const auto& post : spy.posts)
-            EXPECT_EQ(post.userInfo.value(dragTypeKey), row.report.value(dragTypeKey)) << "the same point all the way";
-        EXPECT_EQ(spy.posts.back().userInfo, row.report);
+            EXPECT_EQ(post.userInfo.value(dragTypeKey), report.value(dragTypeKey)) << "the same point all the way";
+        EXPECT_EQ(spy.posts.back().userInfo, report);
         EXPECT_EQ(spy.posts.back().object, band.get());
     }
 }

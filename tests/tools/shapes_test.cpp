@@ -1,3 +1,4 @@
+#include "platform/QZFont.h"
 #include "support/ToolDrawing.h"
 
 #include <limits>
@@ -21,30 +22,19 @@ TEST_F(Shapes, OutlinesCloseWithTheirThirdCorner)
 
 TEST_F(Shapes, RectanglesTellOfTheirBars)
 {
-    struct Row {
-        QZPoint p0, p1;
-        std::string rect, percent, price;
-        bool isFirstAbove; ///< its edge; the price is on the inner side of the other one
-    };
-    for (const Row& row : {Row{{100, 100}, {200, 180}, "100,100 100x80", "0.80%", "80", true},
-                           Row{{200, 200}, {100, 100}, "200,200 -100x-100", "-0.50%", "-100", false},
-                           Row{{100, 100}, {200, 100}, "100,100 100x0", "0.00%", "0", false}}) {
-        SCOPED_TRACE(row.rect);
-        const auto graph = tool(QZSTRectangle, {row.p0, row.p1}, 2);
-        RecordingContext context;
-        graph->drawInContext(context);
-        const double below = context.textBoxes.at(2).height - 1 + 2;
-        const double firstY = row.p0.y + (row.isFirstAbove ? 4 : -below);
-        const double priceY = row.p1.y + (row.isFirstAbove ? -below : 4);
-        const Points places{{104, firstY}, {204, firstY}, {204, priceY}};
-        EXPECT_EQ(context.lines[0], "rect " + row.rect + " w2 #010203");
-        for (std::size_t i = 0; i < places.size(); ++i) {
-            const std::string text = std::array<std::string, 3>{"bars : 10", row.percent, row.price}.at(i);
-            EXPECT_TRUE(context.lines.at(i + 1).starts_with("text \"" + text + "\" ")) << context.lines[i + 1];
-            EXPECT_EQ((QZPoint{context.textBoxes[i].x, context.textBoxes[i].y}), places[i]) << text;
-        }
-        EXPECT_DOUBLE_EQ(graph->minDistanceFromPoint({150, row.p0.y + 4}), 4);
-        EXPECT_DOUBLE_EQ(graph->minDistanceFromPoint({96, row.p0.y}), 4);
+    const double below = measureText(QStringLiteral("aaa"), systemFont(12)).height + 2;
+    // The count and the percentage at the first edge, the price on the inner side of the other one.
+    using Row = std::tuple<QZPoint, QZPoint, std::string, const char*, const char*, double, double>;
+    for (const auto& [p0, p1, rect, percent, price, firstY, priceY] :
+         {Row{{100, 100}, {200, 180}, "100,100 100x80", "0.80%", "80", 104, 180 - below},
+          Row{{200, 200}, {100, 100}, "200,200 -100x-100", "-0.50%", "-100", 200 - below, 104},
+          Row{{100, 100}, {200, 100}, "100,100 100x0", "0.00%", "0", 100 - below, 104}}) {
+        const auto graph = tool(QZSTRectangle, {p0, p1}, 2);
+        EXPECT_EQ(brief(*graph), "rect " + rect + " w2;" + text(QStringLiteral("bars : 10"), 104, firstY, 12) +
+                                     text(QLatin1String(percent), 204, firstY, 12) +
+                                     text(QLatin1String(price), 204, priceY, 12));
+        EXPECT_DOUBLE_EQ(graph->minDistanceFromPoint({150, p0.y + 4}), 4);
+        EXPECT_DOUBLE_EQ(graph->minDistanceFromPoint({96, p0.y}), 4);
     }
 }
 

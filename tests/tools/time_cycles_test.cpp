@@ -37,8 +37,9 @@ TEST_F(TimeCycles, FiguresAndDistances)
 {
     const auto textX = 145 - measureText(QStringLiteral("bars : 10"), systemFont(11)).width / 2;
     const std::string bars = ";\"bars : 10\" " + QString::number(textX).toStdString() + ",66;";
-    const std::string rule = "100,50-100,80;190,50-190,80;100,50 90x30 #33010203;100,65-190,65 dash 5,3" + bars;
-    const std::string ruleBack = "190,80-190,50;100,80-100,50;190,80 -90x-30 #33010203;190,65-100,65 dash 5,3" + bars;
+    const std::string rule = "100,50-100,80;190,50-190,80;fill 100,50 90x30 #33010203;100,65-190,65 dash 5,3" + bars;
+    const std::string ruleBack =
+        "190,80-190,50;100,80-100,50;fill 190,80 -90x-30 #33010203;190,65-100,65 dash 5,3" + bars;
     const std::string symmetric = R"(141,10-141,310;201,10-201,310;261,10-261,310;"7" 202,280;)";
     const std::string mirror = R"(261,10-261,310;201,10-201,310;141,10-141,310;"-7" 202,280;)";
     const std::string up = R"(130,140 100,100 70,140;100,100-100,140;"36.9" 104,104;)";
@@ -83,27 +84,21 @@ TEST_F(TimeCycles, ACycleWithoutASpanKeepsItsStateSaved)
 TEST_F(TimeCycles, EndWhateverAHostAnswers)
 {
     constexpr int most = std::numeric_limits<int>::max();
-    struct Row {
-        const char* name = nullptr;
-        QZShapeType type = QZShapeTypeNone;
-        std::optional<int> count;
-        double x = 0;
-        std::ptrdiff_t captions = 0;
-    };
-    for (const Row& row :
-         {Row{"no word for bars", QZSTTimeRule, 9, 0, 0}, Row{"no range", QZSTCycle, std::nullopt, 200, 1},
+    using Row = std::tuple<const char*, QZShapeType, int, double, std::ptrdiff_t>;
+    for (const auto& [name, type, count, x, captions] :
+         {Row{"no word for bars", QZSTTimeRule, 9, 0, 0}, Row{"no range", QZSTCycle, 0, 200, 1},
           Row{"no step", QZSTCycle, -1, 200, 1}, Row{"no such bar", QZSTCycle, -9, missingCoordinate, 2},
           Row{"not a number", QZSTCycle, -9, std::nan(""), 1}, Row{"the same bar for ever", QZSTCycle, -9, 200, 1001},
           Row{"the last Fibonacci number", QZSTFreeFeis, -2, 200, 47},
           Row{"the last count of 32 bits", QZSTCycle, -most, 200, 2}, Row{"beyond it", QZSTCycle, -most - 1, 200, 1}}) {
-        SCOPED_TRACE(row.name);
-        chart.range.answerWith([&row](QZPoint, QZPoint, int) -> std::optional<QZPaintRetangleModel> {
-            return row.count ? std::optional(QZPaintRetangleModel{*row.count, 0, {}, {}}) : std::nullopt;
+        SCOPED_TRACE(name);
+        chart.range.answerWith([count = count](QZPoint, QZPoint, int) {
+            return count == 0 ? std::nullopt : std::optional(QZPaintRetangleModel{count, 0, {}, {}});
         });
-        chart.barToTheRight.answerWith([&row](float, int) { return row.x; });
-        const auto graph = tool(row.type, {{300, 50}, {200, 80}});
+        chart.barToTheRight.answerWith([x = x](float, int) { return x; });
+        const auto graph = tool(type, {{300, 50}, {200, 80}});
         const int asked = chart.range.calls();
-        EXPECT_EQ(std::ranges::count(brief(*graph), '"'), 2 * row.captions);
+        EXPECT_EQ(std::ranges::count(brief(*graph), '"'), 2 * captions);
         EXPECT_EQ(chart.range.calls() - asked, 2) << "to place the points, and for the figure";
     }
 }
