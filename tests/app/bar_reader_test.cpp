@@ -1,5 +1,7 @@
 #include "app/bars/BarReader.h"
+#include "app/bars/SampleBars.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -7,75 +9,59 @@
 
 namespace {
 
-class BarReader : public testing::Test {
-protected:
-    QString write(const char* name, const QByteArray& content)
-    {
-        const QString path = folder_.filePath(QString::fromUtf8(name));
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(content), content.size());
-        return path;
-    }
-
-    BarReadResult read(const QByteArray& content) { return readBars(write("bars.csv", content)); }
-
-    QTemporaryDir folder_;
-};
-
-TEST_F(BarReader, UnderstandsEveryLayout)
+QString write(const char* name, const QByteArray& content)
 {
-    struct Row {
-        const char* name;
-        const char* content;
-        std::int32_t date, time;
-        double volume;
-    };
-    // Two bars of two days, or two minutes of one day; the first is always 10 11 9 10.5.
-    for (const Row& row : {
+    static const QTemporaryDir folder;
+    QFile file(folder.filePath(QLatin1String(name)));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    return file.fileName();
+}
+
+BarReadResult read(const QByteArray& content)
+{
+    return readBars(write("bars.csv", content));
+}
+
+TEST(BarReader, UnderstandsEveryLayout)
+{
+    // Two bars of two days, or two minutes of one day; the first is always 10 11 9 10.5, which BAR stands for.
+    using Row = std::tuple<const char*, const char*, std::int64_t, double>;
+    for (const auto& [name, content, moment, volume] : {
              Row{"tab, trailing empty columns",
-                 "date\topen\thigh\tlow\tclose\tvolume\tsplit\n2020-01-02\t10\t11\t9\t10.5\t700\t\n", 20200102, 0, 700},
-             Row{"semicolon, decimal comma", "Date;Open;High;Low;Close\n2020-01-02;10;11,0;9;10,5\n", 20200102, 0, 0},
-             Row{"mark, carriage returns, blank lines",
-                 "\xEF\xBB\xBF\r\ndate,open,high,low,close\r\n\r\n2020-01-02,10,11,9,10.5\r\n\r\n", 20200102, 0, 0},
+                 "date\topen\thigh\tlow\tclose\tvolume\tsplit\n2020-01-02\t10\t11\t9\t10.5\t700\t\n", 20200102000000,
+                 700},
+             Row{"semicolon, decimal comma", "Date;Open;High;Low;Close\n2020-01-02;10;11,0;9;10,5\n", 20200102000000,
+                 0},
+             Row{"mark, carriage returns, blank lines", "\xEF\xBB\xBF\r\ndate,OHLC\r\n\r\n2020-01-02,BAR\r\n\r\n",
+                 20200102000000, 0},
              Row{"quoted, delimiter in quotes",
                  "\"date\",\"note;\",open,high,low,\"close\"\n\"2020-01-02\",\"a \"\"b\"\", c\",10,11, \"9\" ,10.5\n",
-                 20200102, 0, 0},
-             Row{"time column",
-                 "time,date,open,high,low,close\n9:30,2020-01-02,10,11,9,10.5\n09:31:05,2020-01-02,10,11,9,10\n",
-                 20200102, 93000, 0},
-             Row{"T and zone",
-                 "datetime,open,high,low,close\n2020-01-02T09:30:15.250Z,10,11,9,10.5\n"
-                 "2020-01-02T09:31:00+08:00,10,11,9,10\n",
-                 20200102, 93015, 0},
-             Row{"fourteen digits",
-                 "time,open,high,low,close\n20200102093000,10,11,9,10.5\n2020-01-02 09:31,10,11,9,10\n", 20200102,
-                 93000, 0},
-             Row{"epoch seconds, minutes",
-                 "timestamp,open,high,low,close\n1577957400,10,11,9,10.5\n1577957460,10,11,9,10\n", 20200102, 93000, 0},
-             Row{"epoch milliseconds, one bar a day",
-                 "date,open,high,low,close\n1577957400000,10,11,9,10.5\n1578043800000,10,11,9,10\n", 20200102, 0, 0},
-             Row{"epoch before 1970", "date,open,high,low,close\n-315532800,10,11,9,10.5\n", 19600102, 0, 0},
+                 20200102000000, 0},
+             Row{"time column", "time,date,OHLC\n9:30,2020-01-02,BAR\n09:31:05,2020-01-02,BAR\n", 20200102093000, 0},
+             Row{"T and zone", "datetime,OHLC\n2020-01-02T09:30:15.250Z,BAR\n2020-01-02T09:31:00+08:00,BAR\n",
+                 20200102093015, 0},
+             Row{"fourteen digits", "time,OHLC\n20200102093000,BAR\n2020-01-02 09:31,BAR\n", 20200102093000, 0},
+             Row{"epoch seconds, minutes", "timestamp,OHLC\n1577957400,BAR\n1577957460,BAR\n", 20200102093000, 0},
+             Row{"milliseconds, a bar a day", "date,OHLC\n1577957400000,BAR\n1578043800000,BAR\n", 20200102000000, 0},
+             Row{"epoch before 1970", "date,OHLC\n-315532800,BAR\n", 19600102000000, 0},
          }) {
-        SCOPED_TRACE(row.name);
-        const BarReadResult result = read(row.content);
-        ASSERT_TRUE(result.isOk()) << result.error.toStdString();
-        EXPECT_EQ(result.skippedRows, 0) << result.skipReasons.join(u'\n').toStdString();
-        EXPECT_EQ(result.series.timeAt(0), (BarTime{row.date, row.time}));
-        EXPECT_EQ(result.series.isIntraday(), row.time != 0);
+        SCOPED_TRACE(name);
+        const QByteArray text =
+            QByteArray(content).replace("OHLC", "open,high,low,close").replace("BAR", "10,11,9,10.5");
+        const BarReadResult result = read(text);
+        ASSERT_EQ(result.error + result.skipReasons.join(u'\n'), QString());
         const Bar& bar = result.series.at(0);
+        EXPECT_EQ(bar.date * std::int64_t{1000000} + bar.time, moment);
+        EXPECT_EQ(result.series.isIntraday(), bar.time != 0);
         EXPECT_EQ(std::vector({bar.open, bar.high, bar.low, bar.close, bar.volume}),
-                  std::vector({10.0, 11.0, 9.0, 10.5, row.volume}));
+                  std::vector({10.0, 11.0, 9.0, 10.5, volume}));
     }
 }
 
-TEST_F(BarReader, SkipsBadRowsAndSaysWhy)
+TEST(BarReader, SkipsBadRowsAndSaysWhy)
 {
-    struct Row {
-        const char* text;
-        const char* reason;
-    };
-    for (const Row& row : {
+    using Row = std::pair<const char*, const char*>;
+    for (const auto& [text, reason] : {
              Row{"2020-01-02,10,11abc,9,10,1", "high is not a number"},
              Row{"2020-01-02,10,11,9,10,many", "volume is not a number"},
              Row{"2020-01-02,10,11,9,10,-1", "negative volume"},
@@ -89,17 +75,15 @@ TEST_F(BarReader, SkipsBadRowsAndSaysWhy)
              Row{"2020-01-02,10,11,9", "too few fields"},
              Row{"\"2020-01-02,10,11,9,10,1", "unclosed quote"},
          }) {
-        SCOPED_TRACE(row.text);
-        const BarReadResult result =
-            read(QByteArray("date,open,high,low,close,volume\n2020-01-06,10,11,9,10,1\n") + row.text + "\n");
-        EXPECT_TRUE(result.isOk());
-        EXPECT_EQ(result.series.size(), 1);
-        EXPECT_EQ(result.skippedRows, 1);
-        EXPECT_EQ(result.skipReasons, QStringList(result.path + QStringLiteral(":3: ") + QLatin1String(row.reason)));
+        SCOPED_TRACE(text);
+        EXPECT_EQ(
+            read(QByteArray("date,open,high,low,close,volume\n2020-01-06,10,11,9,10,1\n") + text + "\n").summary(),
+            QStringLiteral("bars.csv: 1 bar, 2020-01-06 to 2020-01-06, 1 row skipped (first: line 3: %1)")
+                .arg(QLatin1String(reason)));
     }
 }
 
-TEST_F(BarReader, SkipsAnEndlessLineAndGoesOn)
+TEST(BarReader, SkipsAnEndlessLineAndGoesOn)
 {
     const QByteArray header = "date,open,high,low,close,note\n";
     const QByteArray longest = QByteArray("2020-01-02,10,11,9,10,").leftJustified(1 << 20, 'x');
@@ -107,39 +91,29 @@ TEST_F(BarReader, SkipsAnEndlessLineAndGoesOn)
         read(header + longest + "\n" + longest + "x\n" + longest.repeated(3) + "\n2020-01-03,1,1,1,1,\n");
     EXPECT_EQ(result.series.size(), 2);
     EXPECT_EQ(result.skippedRows, 2);
-    EXPECT_TRUE(result.skipReasons.value(1).endsWith(QStringLiteral(":4: the line is longer than 1 MB")));
+    EXPECT_EQ(result.skipReasons.value(1), result.path + QStringLiteral(":4: the line is longer than 1 MB"));
 }
 
-TEST_F(BarReader, ToleratesRoundingByWideningTheRange)
+TEST(BarReader, SortsWidensARangeByRoundingAndLetsTheLastDuplicateWin)
 {
-    const BarReadResult result = read("date,open,high,low,close\n2020-01-02,10,20,10.000001,20.000001\n");
-    ASSERT_EQ(result.series.size(), 1);
-    EXPECT_EQ(result.series.at(0).high, 20.000001);
-    EXPECT_EQ(result.series.at(0).low, 10.0);
-}
-
-TEST_F(BarReader, SortsAndLetsTheLastDuplicateWin)
-{
-    const BarReadResult result = readBars(write("XYZ.daily.csv", "date,open,high,low,close\n2020-01-03,3,3,3,3\n"
-                                                                 "2020-01-02,2,2,2,2\n2020-01-03,4,4,4,4\nbad\n"));
-    ASSERT_EQ(result.series.size(), 2);
-    EXPECT_EQ(result.series.name(), QStringLiteral("XYZ.daily"));
-    EXPECT_EQ(result.series.at(0).date, 20200102);
-    EXPECT_EQ(result.series.at(1).close, 4.0);
+    const BarReadResult result =
+        readBars(write("XYZ.daily.csv", "date,open,high,low,close\n2020-01-03,3,3,3,3\n"
+                                        "2020-01-02,10,20,10.000001,20.000001\n2020-01-03,4,4,4,4\nbad\n"));
     EXPECT_EQ(result.summary(), QStringLiteral("XYZ.daily.csv: 2 bars, 2020-01-02 to 2020-01-03, 1 row skipped (first: "
                                                "line 5: too few fields), 1 duplicate replaced"));
+    EXPECT_EQ(result.series.name(), QStringLiteral("XYZ.daily"));
+    EXPECT_EQ(result.series.priceRange(0, 0)->high, 20.000001);
+    EXPECT_EQ(result.series.priceRange(0, 0)->low, 10.0);
+    EXPECT_EQ(result.series.bars().back().close, 4.0);
 }
 
-TEST_F(BarReader, NamesWhatMakesAFileUnusable)
+TEST(BarReader, NamesWhatMakesAFileUnusable)
 {
     const QByteArray header("date,open,high,low,close\n");
-    struct Row {
-        QString path;
-        const char* error; ///< after the path
-    };
-    for (const Row& row : {
-             Row{folder_.filePath(QStringLiteral("none.csv")), ": no such file"},
-             Row{folder_.path(), ": is a directory"},
+    using Row = std::pair<QString, const char*>; // its path, and the error after the path
+    for (const auto& [path, error] : {
+             Row{QStringLiteral("none.csv"), ": no such file"},
+             Row{QDir::tempPath(), ": is a directory"},
              Row{QStringLiteral("/dev/zero"), ": is not a regular file"},
              Row{write("empty.csv", ""), ":1: the file is empty"},
              Row{write("nul.csv", header + QByteArray("2020-01-02,1,1,1,1\n\0\n", 22)),
@@ -150,10 +124,10 @@ TEST_F(BarReader, NamesWhatMakesAFileUnusable)
              Row{write("header.csv", header), ":1: no row after the header"},
              Row{write("bad.csv", header + "x,1,1,1,1\n"), ":2: unreadable date (no usable row in the file)"},
          }) {
-        SCOPED_TRACE(row.path.toStdString());
-        const BarReadResult result = readBars(row.path);
+        SCOPED_TRACE(path.toStdString());
+        const BarReadResult result = readBars(path);
         EXPECT_TRUE(result.series.isEmpty());
-        EXPECT_EQ(result.error, row.path + QLatin1String(row.error));
+        EXPECT_EQ(result.error, path + QLatin1String(error));
         EXPECT_EQ(result.summary(), result.error);
     }
 }
@@ -165,6 +139,18 @@ TEST(BarSeries, RangesClampToTheLoadedBars)
     EXPECT_EQ(series.priceRange(-5, 99)->high, 9.0);
     EXPECT_FALSE(series.priceRange(2, 9));
     EXPECT_EQ(series.maxVolume(-1, 99), 30.0);
+}
+
+TEST(SampleBars, ShippedFilesAreTheGeneratedOnesAndReadBackWhole)
+{
+    for (const auto& [path, generated, summary] :
+         {std::tuple{dailySamplePath(), dailySampleCsv(), "daily.csv: 2,000 bars, 2015-01-05 to 2023-01-11"},
+          {minuteSamplePath(), minuteSampleCsv(), "minutes.csv: 4,800 bars, 2022-08-01 09:30 to 2022-08-26 14:59"}}) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.readAll() == generated) << path.toStdString();
+        EXPECT_EQ(readBars(path).summary().toStdString(), summary);
+    }
+    EXPECT_EQ(readBars(minuteSamplePath()).series.timeAt(120), (BarTime{20220801, 130000}));
 }
 
 } // namespace

@@ -5,14 +5,15 @@
 #include "app/chart/CustomPlot.h"
 #include "app/demo/UserInput.h"
 #include "model/QZPlaneGeometry.h"
+#include "platform/QZGlobalEnv.h"
 #include "support/Contrast.h"
 #include "surface/QZPaintLayer.h"
 
 #include <QTest>
 #include <QWindow>
 
+#include <algorithm>
 #include <cmath>
-#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -20,75 +21,65 @@ namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Weekdays from 2020-01-01 on; closes run up and down between 90 and 110, volumes grow by one a bar.
-BarReadResult market(int count, const char* name = "waves")
+/// 300 weekdays from 2020-01-01 on, every one or every `step` days; closes run up and down between 90 and 110, volumes
+/// grow by one a bar.
+BarReadResult market(const QString& name, int step = 1)
 {
     std::vector<Bar> bars;
-    for (std::int64_t day = dayNumber(20200101); static_cast<int>(bars.size()) < count; ++day) {
+    for (std::int64_t day = dayNumber(20200101); bars.size() < 300; day += step) {
         if (weekdayOfDay(day) >= 5)
             continue;
         const auto index = static_cast<double>(bars.size());
         const double close = 100 + 10 * std::sin(index / 9);
         bars.push_back({dateOfDay(day), 0, close - 1, close + 2, close - 2, close, 1000 + index});
     }
-    BarReadResult result;
-    result.series = BarSeries(QString::fromLatin1(name), bars);
-    return result;
+    return {{}, BarSeries(name, bars), 0, 0, {}, {}};
+}
+
+/// Where the figures of a chart's candles begin.
+std::vector<std::int32_t> firstDates(ChartWindow& window)
+{
+    std::vector<std::int32_t> dates;
+    std::ranges::transform(*window.chart().panes().front()->paintLayer()->graphs().snapshot(),
+                           std::back_inserter(dates),
+                           [](const auto& graph) { return graph->logicAxises().front().date; });
+    return dates;
 }
 
 class ChartTest : public ::testing::Test {
 protected:
-    ChartTest()
+    ChartWindow& shown()
     {
-        // A stock of its own, as its figures are kept.
-        window.showBars(market(300, ::testing::UnitTest::GetInstance()->current_test_info()->name()));
+        window.showBars(market(stock));
         window.resize(1000, 700);
         window.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-        QTest::mouseMove(window.windowHandle(), at({400, 300}));
+        return window;
     }
 
     /// A pane's point (px, y upwards) in the window.
-    QPoint at(QZPoint point) const
-    {
-        return candles.mapTo(&window, QPointF(point.x, candles.height() - point.y)).toPoint();
-    }
-    QPoint at(int bar, double price) const { return at({candles.scale().xOf(bar), candles.scale().yOf(price)}); }
-
-    void click(QPoint position) { QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, position); }
-    /// Presses and moves there in `steps`; the button stays down.
-    void grab(QPoint from, QPoint to, int steps = 2)
-    {
-        QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, from);
-        for (int step = 1; step <= steps; ++step)
-            QTest::mouseMove(window.windowHandle(), from + (to - from) * step / steps);
-        QTest::qWait(0);
-    }
-    void drop(QPoint at) { QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, at); }
-    void drag(QPoint from, QPoint to)
-    {
-        grab(from, to);
-        drop(to);
-    }
-    void key(Qt::Key code, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::keyClick(window.windowHandle(), code, modifiers);
-    }
+    QPointF at(QZPoint point) const { return user.positionOf(candles, point); }
+    QPointF at(int bar, double price) const { return at({scale.xOf(bar), scale.yOf(price)}); }
 
     void drawSegment(int firstBar, int lastBar)
     {
-        key(Qt::Key_1);
-        click(at(firstBar, 100));
-        click(at(lastBar, 105));
-        ASSERT_EQ(candles.paintLayer()->graphs().count(), 1U);
+        user.key(Qt::Key_1);
+        user.click(at(firstBar, 100));
+        user.click(at(lastBar, 105));
+        ASSERT_FALSE(candles.paintLayer()->graphs().snapshot()->empty());
     }
+    const std::vector<Bar>& bars() const { return candles.chartData()->series.bars(); }
     std::shared_ptr<QZPaintGraph> figure() const { return candles.paintLayer()->graphs().snapshot()->front(); }
 
+    // A stock of its own, as its figures are kept.
+    const QString stock = QString::fromLatin1(::testing::UnitTest::GetInstance()->current_test_info()->name());
     ChartWindow window;
+    UserInput user{shown()};
     ChartSplitView& chart = window.chart();
     ChartViewport& viewport = chart.viewport();
     const ChartPane& candles = *chart.panes()[0];
     const ChartPane& volumes = *chart.panes()[1];
+    const PaneScale& scale = candles.scale();
 };
 
 } // namespace
@@ -98,12 +89,12 @@ TEST_F(ChartTest, ConvertsPointsOfThePastThePresentAndTheFutureThereAndBack)
     const TradingCalendar& calendar = candles.chartData()->calendar;
     for (const int bar : {-500, -1, 0, 150, 299, 300, 900}) {
         SCOPED_TRACE(bar);
-        const QZPoint point{candles.scale().xOf(bar + 0.4), 123.4567};
+        const QZPoint point{scale.xOf(bar + 0.4), 123.4567};
         const auto axis = candles.convertFromPoint(point);
         ASSERT_TRUE(axis);
         EXPECT_EQ((BarTime{axis->date, axis->time}), calendar.at(bar));
         const QZPoint back = candles.convertFromLogicAxis(*axis);
-        EXPECT_NEAR(back.x, candles.scale().xOf(bar), 1e-9);
+        EXPECT_NEAR(back.x, scale.xOf(bar), 1e-9);
         EXPECT_NEAR(back.y, point.y, 1e-9);
     }
 }
@@ -125,9 +116,8 @@ TEST_F(ChartTest, SurvivesPointsThatAreNoNumbers)
     }
 }
 
-TEST_F(ChartTest, FindsBarsByTheirDistanceUntilFarBeyondWhatScrollingReaches)
+TEST_F(ChartTest, FindsBarsFarBeyondWhatScrollingReachesAndSnapsToThem)
 {
-    const PaneScale& scale = candles.scale();
     const auto location = static_cast<float>(scale.xOf(250.2));
     EXPECT_DOUBLE_EQ(candles.getXPointWithLocation(location, 7), scale.xOf(257));
     EXPECT_DOUBLE_EQ(candles.getXPointWithLocation(location, -260), scale.xOf(-10));
@@ -135,16 +125,12 @@ TEST_F(ChartTest, FindsBarsByTheirDistanceUntilFarBeyondWhatScrollingReaches)
     EXPECT_EQ(candles.getXPointWithLocation(location, std::numeric_limits<int>::min()), missingCoordinate);
     // A step on the way back from far left is no reason to stop.
     EXPECT_NE(candles.getXPointWithLocation(static_cast<float>(scale.xOf(-5000)), 10), missingCoordinate);
-}
 
-TEST_F(ChartTest, SnapsToBarsAndPrices)
-{
-    const PaneScale& scale = candles.scale();
     EXPECT_DOUBLE_EQ(candles.convertXForMagnet(scale.xOf(304.3), true), scale.xOf(304));
     EXPECT_DOUBLE_EQ(candles.convertXForMagnet(scale.xOf(304.3), false), scale.xOf(299));
     EXPECT_DOUBLE_EQ(candles.convertXForMagnet(scale.xOf(-9), false), scale.xOf(0));
 
-    const double high = scale.yOf(candles.chartData()->series.at(250).high);
+    const double high = scale.yOf(bars()[250].high);
     const double x = scale.xOf(250.3);
     EXPECT_EQ(candles.convertPointForMagnet({x, high + 11}, 0), (QZPoint{scale.xOf(250), high}));
     EXPECT_EQ(candles.convertPointForMagnet({x, high + 13}, 0), (QZPoint{scale.xOf(250), high + 13}));
@@ -153,12 +139,11 @@ TEST_F(ChartTest, SnapsToBarsAndPrices)
 
 TEST_F(ChartTest, AnswersStatisticsOfTheLoadedBarsBetweenTwoPoints)
 {
-    const PaneScale& scale = candles.scale();
     QZRegressionCalcData lines{.x1 = scale.xOf(280.2), .x2 = scale.xOf(310)};
     ASSERT_TRUE(candles.calcRegressionData(lines));
     EXPECT_DOUBLE_EQ(lines.x1, scale.xOf(280));
     EXPECT_DOUBLE_EQ(lines.x2, scale.xOf(299));
-    const auto channel = regressionChannel(std::span(candles.chartData()->series.bars()).subspan(280));
+    const auto channel = regressionChannel(std::span(bars()).subspan(280));
     EXPECT_NEAR(scale.valueAt(lines.line1Y2), channel->atLast, 1e-9);
 
     // Volumes 1250 to 1259 count alike.
@@ -166,89 +151,56 @@ TEST_F(ChartTest, AnswersStatisticsOfTheLoadedBarsBetweenTwoPoints)
     ASSERT_TRUE(volumes.calcBoxLineData(box));
     EXPECT_NEAR(box.firstEdgeY, volumes.scale().yOf(1250), 1e-9);
     EXPECT_NEAR(box.secondEdgeY, volumes.scale().yOf(1259), 1e-9);
-    EXPECT_EQ(box.count, 10);
-    EXPECT_FLOAT_EQ(box.averageCost, 1254.5F);
+    EXPECT_EQ(std::pair(box.count, box.averageCost), std::pair(10, 1254.5F));
 
     const auto range =
         candles.infomationForRetangle({scale.xOf(290), scale.yOf(100)}, {scale.xOf(280), scale.yOf(99.5)}, 0);
     ASSERT_TRUE(range);
-    EXPECT_EQ(range->count, -11);
+    EXPECT_EQ(std::pair(range->count, range->varyPrice), std::pair(-11, QStringLiteral("-0.50")));
     EXPECT_NEAR(range->varyScope, -0.5, 1e-5);
-    EXPECT_EQ(range->varyPrice, QStringLiteral("-0.50"));
 }
 
-TEST_F(ChartTest, LeavesAThirdOfTheScreenFilledAtBothEnds)
+// The last bars fill 185.5 to 305.5; the wheel is turned at 275.5, three quarters of the screen.
+TEST_F(ChartTest, ZoomsAboutThePointerAndTheMiddleAndScrolls)
 {
+    constexpr double x = 275.5;
+    constexpr double middle = 245.5;
+    using Row = std::tuple<const char*, QPoint, Qt::Key, Qt::KeyboardModifiers, double, double>;
+    for (const auto& [name, wheel, code, modifiers, first, span] :
+         {Row{"wheel away", {0, 120}, {}, {}, x - 75, 100}, Row{"wheel near", {0, -120}, {}, {}, x - 108, 144},
+          Row{"two notches at once", {0, 240}, {}, {}, x - 62.5, 120 / 1.44},
+          Row{"Ctrl and wheel away", {0, 120}, {}, Qt::ControlModifier, 179.5, 120},
+          Row{"sideways wheel, left", {120, 60}, {}, {}, 179.5, 120},
+          Row{"sideways wheel, right", {-120, 60}, {}, {}, 191.5, 120},
+          Row{"+", {}, Qt::Key_Plus, {}, middle - 50, 100},
+          Row{"= on a + key", {}, Qt::Key_Equal, {}, middle - 50, 100},
+          Row{"-", {}, Qt::Key_Minus, {}, middle - 72, 144}, Row{"Left", {}, Qt::Key_Left, {}, 179.5, 120},
+          Row{"Right", {}, Qt::Key_Right, {}, 191.5, 120}, Row{"Home", {}, Qt::Key_Home, {}, -6.5, 120},
+          Row{"Shift and Left", {}, Qt::Key_Left, Qt::ShiftModifier, 65.5, 120},
+          Row{"Shift and Right, which stops", {}, Qt::Key_Right, Qt::ShiftModifier, 259.5, 120}}) {
+        SCOPED_TRACE(name);
+        viewport.reset(300);
+        if (wheel.isNull())
+            user.key(code, modifiers);
+        else
+            user.wheel(user.positionOf(candles, {scale.xOf(x), 200}), wheel, modifiers);
+        EXPECT_NEAR(viewport.first(), first, 1e-6);
+        EXPECT_NEAR(viewport.span(), span, 1e-9);
+    }
     viewport.scrollBy(1e9);
-    EXPECT_NEAR(299.5 - viewport.first(), viewport.span() / 3, 1e-9);
+    EXPECT_NEAR(299.5 - viewport.first(), viewport.span() / 3, 1e-9) << "a third of the screen stays filled";
     viewport.scrollBy(-1e9);
     EXPECT_NEAR(viewport.last() + 0.5, viewport.span() / 3, 1e-9);
     viewport.scrollBy(notANumber);
     EXPECT_FALSE(std::isnan(viewport.first()));
 }
 
-// The last bars fill 185.5 to 305.5; the wheel is turned at 275.5, three quarters of the screen.
-TEST_F(ChartTest, ZoomsAboutThePointerAndTheMiddleAndScrolls)
-{
-    UserInput user(window);
-    const auto turn = [&](QPoint angleDelta, Qt::KeyboardModifiers modifiers = {}) {
-        user.wheel(user.positionOf(candles, {candles.scale().xOf(275.5), 200}), angleDelta, modifiers);
-    };
-    struct Row {
-        const char* name;
-        std::function<void()> gesture;
-        double first;
-        double span;
-    };
-    for (const Row& row :
-         {Row{"wheel away",
-              [&] {
-                  turn({0, 120});
-              },
-              275.5 - 75, 100},
-          Row{"wheel near",
-              [&] {
-                  turn({0, -120});
-              },
-              275.5 - 108, 144},
-          Row{"two notches at once",
-              [&] {
-                  turn({0, 240});
-              },
-              275.5 - 62.5, 120 / 1.44},
-          Row{"Ctrl and wheel away",
-              [&] {
-                  turn({0, 120}, Qt::ControlModifier);
-              },
-              179.5, 120},
-          Row{"sideways wheel, left",
-              [&] {
-                  turn({120, 60});
-              },
-              179.5, 120},
-          Row{"sideways wheel, right",
-              [&] {
-                  turn({-120, 60});
-              },
-              191.5, 120},
-          Row{"+", [&] { key(Qt::Key_Plus); }, 245.5 - 50, 100},
-          Row{"= on a + key", [&] { key(Qt::Key_Equal); }, 245.5 - 50, 100},
-          Row{"-", [&] { key(Qt::Key_Minus); }, 245.5 - 72, 144}, Row{"Left", [&] { key(Qt::Key_Left); }, 179.5, 120},
-          Row{"Right", [&] { key(Qt::Key_Right); }, 191.5, 120},
-          Row{"Shift and Left", [&] { key(Qt::Key_Left, Qt::ShiftModifier); }, 65.5, 120},
-          Row{"Shift and Right, which stops", [&] { key(Qt::Key_Right, Qt::ShiftModifier); }, 259.5, 120},
-          Row{"Home", [&] { key(Qt::Key_Home); }, -6.5, 120}}) {
-        SCOPED_TRACE(row.name);
-        viewport.reset(300);
-        row.gesture();
-        EXPECT_NEAR(viewport.first(), row.first, 1e-6);
-        EXPECT_NEAR(viewport.span(), row.span, 1e-9);
-    }
-}
-
 TEST_F(ChartTest, KeepsAFigureOnItsCandlesWhateverTheChartDoes)
 {
-    drawSegment(250, 303);
+    drawSegment(245, 298);
+    user.drag(at(271, 102.45), at(276, 104));
+    EXPECT_EQ(figure()->logicAxises()[0].date, bars()[250].date);
+    EXPECT_EQ(viewport.last(), 305.5) << "not panned where a figure takes the press";
     const auto stored = figure()->logicAxises();
     const auto expectInPlace = [&](const char* after) {
         SCOPED_TRACE(after);
@@ -260,64 +212,97 @@ TEST_F(ChartTest, KeepsAFigureOnItsCandlesWhateverTheChartDoes)
             EXPECT_NEAR(now->price, stored[i].price, 1e-9);
         }
     };
-    EXPECT_EQ(stored[0].date, candles.chartData()->series.at(250).date);
-    drag(at({500, 30}), at({700, 30}));
+    user.drag(at({500, 30}), at({700, 30}));
     expectInPlace("dragging the chart");
-    EXPECT_LT(viewport.last(), 290);
-    key(Qt::Key_Minus);
-    key(Qt::Key_End);
+    EXPECT_LT(viewport.last(), 280);
+    user.key(Qt::Key_Minus);
+    user.key(Qt::Key_End);
     expectInPlace("zooming out");
     window.resize(800, 600);
     expectInPlace("a smaller window");
-    BarReadResult shorter = market(300, window.windowTitle().section(u' ', 0, 0).toLatin1());
-    const std::vector<Bar>& all = shorter.series.bars();
-    shorter.series = BarSeries(shorter.series.name(), std::vector<Bar>(all.begin() + 260, all.end() - 10));
-    window.showBars(shorter);
+    window.showBars({{}, BarSeries(stock, std::vector(bars().begin() + 260, bars().end() - 10)), 0, 0, {}, {}});
     expectInPlace("a shorter history");
-    window.showBars(market(300, "another"));
-    EXPECT_EQ(candles.paintLayer()->graphs().count(), 0U);
 }
 
-TEST_F(ChartTest, PansOnlyWhereNoFigureTakesThePress)
+TEST_F(ChartTest, FiguresComeBackWithTheirStockPeriodAndUser)
 {
+    using Dates = std::vector<std::int32_t>;
+    const QString other = stock + u'2';
+    const auto shownWith = [&](const QString& name, int step = 1) {
+        window.showBars(market(name, step));
+        return firstDates(window);
+    };
     drawSegment(240, 260);
-    const double first = viewport.first();
-    drag(at(250, 102.5), at(255, 104));
-    EXPECT_EQ(viewport.first(), first);
-    EXPECT_EQ(figure()->logicAxises()[0].date, candles.chartData()->series.at(245).date);
+    const Dates first{bars()[240].date};
+    EXPECT_EQ(shownWith(other), Dates{});
+    drawSegment(250, 270);
+    const Dates second{bars()[250].date};
+    EXPECT_EQ(shownWith(stock), first);
+    EXPECT_EQ(shownWith(stock, 7), Dates{}) << "weeks";
+    EXPECT_EQ(shownWith(other), second);
 
-    drag(at({500, 30}), at({500 + 4 * candles.scale().barWidth(), 30}));
-    EXPECT_LT(viewport.first(), first - 3);
+    QZGlobalEnv::getShareInstance().setLoginUser(QStringLiteral("another"));
+    EXPECT_EQ(firstDates(window), Dates{});
+    QZGlobalEnv::getShareInstance().setLoginUser(QString());
+    EXPECT_EQ(firstDates(window), second);
+    drawSegment(230, 245);
+    window.close();
+
+    ChartWindow later;
+    later.showBars(market(other));
+    EXPECT_EQ(firstDates(later), (Dates{second[0], bars()[230].date}));
+}
+
+TEST_F(ChartTest, ACrashCostsNothingAndTwoProgramsShareAStock)
+{
+    ChartWindow other; // as of another program: nothing but the file connects the two
+    other.showBars(market(stock));
+    const auto draw = [](ChartWindow& shown, std::int32_t date) {
+        QZPaintLayer& layer = *shown.chart().panes().front()->paintLayer();
+        const auto graph = layer.allocGraphWithType(QZSTLineSegment);
+        graph->setEditing(false);
+        graph->setLogicAxises({{date, 0, 10.5}, {20200120, 0, 11.25}});
+        layer.graphs().add(graph);
+    };
+    draw(window, 20200106);
+    draw(other, 20200107);
+    using Dates = std::vector<std::int32_t>;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return firstDates(window) == Dates{20200106, 20200107}; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return firstDates(other) == Dates{20200107, 20200106}; }));
+    // Neither window was closed.
+    ChartWindow later;
+    later.showBars(market(stock));
+    EXPECT_EQ(firstDates(later).size(), 2U);
 }
 
 // A drag at the mouse's full speed is a single move.
 TEST_F(ChartTest, HoldsADraggedFigureAtTheEdgeBeyondWhichNoScreenRemains)
 {
-    struct Row {
-        const char* name;
-        Qt::Key start;
-        double scrolled; // bars from the start
-        int firstBar;    // of a segment of ten bars
-        int moved;       // bars
-        double expected; // index where its first point is drawn
-    };
-    for (const Row& row : {Row{"left edge, Home", Qt::Key_Home, 0, 20, -30, -6.5},
-                           Row{"right edge, End", Qt::Key_End, 0, 270, 30, 305.5 - 10},
-                           Row{"left edge, a screen before it", Qt::Key_Home, 47, 50, -14, 36},
-                           Row{"left edge, less than a screen before it", Qt::Key_Home, 45, 50, -14, 38.5},
-                           Row{"right edge, a screen after it", Qt::Key_End, -47, 240, 13, 253},
-                           Row{"right edge, less than a screen after it", Qt::Key_End, -45, 240, 13, 250.5}}) {
+    // Bars scrolled from the start, first bar of a segment of ten, bars it is moved, index where its first point then
+    // is.
+    using Row = std::tuple<const char*, Qt::Key, double, int, int, double>;
+    for (const auto& [name, start, scrolled, firstBar, moved, expected] :
+         {Row{"left edge, Home", Qt::Key_Home, 0, 20, -30, -6.5},
+          Row{"right edge, End", Qt::Key_End, 0, 270, 30, 305.5 - 10},
+          Row{"left edge, a screen before it", Qt::Key_Home, 47, 50, -14, 36},
+          Row{"left edge, less than a screen before it", Qt::Key_Home, 45, 50, -14, 38.5},
+          Row{"right edge, a screen after it", Qt::Key_End, -47, 240, 13, 253},
+          Row{"right edge, less than a screen after it", Qt::Key_End, -45, 240, 13, 250.5}}) {
         for (const int steps : {1, 20}) {
-            SCOPED_TRACE(std::string(row.name) + ", steps: " + std::to_string(steps));
-            key(row.start);
-            viewport.scrollBy(row.scrolled);
-            drawSegment(row.firstBar, row.firstBar + 10);
-            const QPoint end = at(row.firstBar + 5 + row.moved, 101);
-            grab(at(row.firstBar + 5, 102.5), end, steps);
-            EXPECT_NEAR(candles.scale().indexAt(figure()->points()[0].x), row.expected, 0.1);
-            EXPECT_LT(figure()->points()[0].y, candles.scale().yOf(99));
-            drop(end);
-            key(Qt::Key_Delete);
+            SCOPED_TRACE(std::string(name) + ", steps: " + std::to_string(steps));
+            user.key(start);
+            viewport.scrollBy(scrolled);
+            drawSegment(firstBar, firstBar + 10);
+            const QPoint from = at(firstBar + 5, 102.5).toPoint();
+            const QPoint to = at(firstBar + 5 + moved, 101).toPoint();
+            QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, from);
+            for (int step = 1; step <= steps; ++step)
+                QTest::mouseMove(window.windowHandle(), from + (to - from) * step / steps);
+            QTest::qWait(0);
+            EXPECT_NEAR(scale.indexAt(figure()->points()[0].x), expected, 0.1);
+            EXPECT_LT(figure()->points()[0].y, scale.yOf(99));
+            QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, to);
+            user.key(Qt::Key_Delete);
         }
     }
 }
@@ -327,9 +312,9 @@ TEST_F(ChartTest, DoesNotPullAFigureBackThatLiesAcrossTheEdge)
     drawSegment(280, 304);
     viewport.zoom(0.8, 240);
     ASSERT_LT(viewport.last(), 300);
-    for (const auto& [moved, firstBar] : {std::pair(5, 280), std::pair(-5, 275)}) {
-        drag(at(285, 101), at(285 + moved, 101));
-        EXPECT_EQ(figure()->logicAxises()[0].date, candles.chartData()->series.at(firstBar).date);
+    for (const auto& [moved, firstBar] : {std::pair(5, 280U), {-5, 275U}}) {
+        user.drag(at(285, 101), at(285 + moved, 101));
+        EXPECT_EQ(figure()->logicAxises()[0].date, bars().at(firstBar).date);
     }
 }
 
@@ -338,15 +323,12 @@ TEST_F(ChartTest, HandlesAndToolBarFollowTheTheme)
     drawSegment(240, 260);
     const QColor light = figure()->keyPointColor();
     // A hovered tool is drawn on the button colour, any other on the window's.
-    const auto toolText = [this](QPalette::ColorRole on) {
-        return contrast(window.palette().color(QPalette::ButtonText), window.palette().color(on));
-    };
     for (const bool isLight : {true, false}) {
         SCOPED_TRACE(isLight);
         EXPECT_EQ(figure()->keyPointColor() == light, isLight);
-        EXPECT_GE(toolText(QPalette::Button), 4.5);
-        EXPECT_GE(toolText(QPalette::Window), 4.5);
-        key(Qt::Key_T);
+        for (const auto on : {QPalette::Button, QPalette::Window})
+            EXPECT_GE(contrast(window.palette().color(QPalette::ButtonText), window.palette().color(on)), 4.5);
+        user.key(Qt::Key_T);
     }
     EXPECT_EQ(figure()->keyPointColor(), light);
 }

@@ -33,6 +33,8 @@ TEST_F(Marks, AGlyphThatStandsOnItsPoint)
          {Row{QZSTToolUp, up, QColor(255, 59, 48)}, Row{QZSTToolDown, down, QColor(24, 150, 66)}}) {
         SCOPED_TRACE(strQZShapeType(type).toStdString());
         EXPECT_EQ(createPaintTool(type)->strokeColor(), color);
+        for (const char* background : {"#fcfcfd", "#14171c"})
+            EXPECT_GE(contrast(color, QColor(background)), 3) << background;
         const auto mark = tool(type, {}, 5);
         EXPECT_EQ(mark->type(), type);
         const QZTextSize size = measureText(glyph, systemFont(15));
