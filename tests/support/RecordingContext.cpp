@@ -2,13 +2,17 @@
 
 #include <algorithm>
 
-std::string RecordingContext::number(double value)
+namespace {
+
+std::string number(double value)
 {
     QString text = QString::number(value, 'f', 3);
     while (text.contains(u'.') && (text.endsWith(u'0') || text.endsWith(u'.')))
         text.chop(1);
     return text == QLatin1String("-0") ? "0" : text.toStdString();
 }
+
+} // namespace
 
 std::string RecordingContext::at(QZPoint point)
 {

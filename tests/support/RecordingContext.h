@@ -19,8 +19,9 @@ public:
     std::vector<QZRect> textBoxes;
     [[nodiscard]] bool isBalanced() const { return saved_.empty() && !restoredTooOften_; }
     [[nodiscard]] int count(const std::string& operation) const;
-    /// With at most three decimals, as all numbers are written here.
-    static std::string number(double value);
+    /// As the lines have them, the box with a space before it.
+    static std::string at(QZPoint point);
+    static std::string box(QZRect rect);
 
     void saveState() override { saved_.push_back(state_); }
     void restoreState() override;
@@ -55,8 +56,6 @@ private:
         QColor fill = Qt::black;
     };
 
-    static std::string at(QZPoint point);
-    static std::string box(QZRect rect);
     static std::string name(const QColor& color);
     [[nodiscard]] std::string pen() const;
     void endPath(const std::string& operation, const std::string& style);

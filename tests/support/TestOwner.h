@@ -11,7 +11,6 @@ class TestOwner : public QZPaintGraphOwner {
 public:
     QZRect layerFrame{0.0, 0.0, 400.0, 300.0};
     TestChart testChart;
-    bool hasChart = true;
     bool mouseInside = true;
     bool activePane = true;
 
@@ -25,7 +24,7 @@ public:
     bool isActivePane() const override { return activePane; }
     void removeGraph(const QZPaintGraph& /*graph*/) override { ++removals; }
     void setCursor(QZCursor shape) override { cursor = shape; }
-    const QZPaintChart* chart() const override { return hasChart ? &testChart : nullptr; }
+    const QZPaintChart* chart() const override { return &testChart; }
     QString description() const override { return QStringLiteral("<TestOwner>"); }
 };
 

@@ -35,11 +35,10 @@ protected:
         RecordingContext context;
         graph.drawInContext(context);
         EXPECT_TRUE(context.isBalanced());
-        Lines lines;
-        for (const std::string& line : context.lines)
-            if (!line.starts_with("clear ") && !line.ends_with(" w2 #1d3fbb"))
-                lines.push_back(line);
-        return lines;
+        std::erase_if(context.lines, [](const std::string& line) {
+            return line.starts_with("clear ") || line.ends_with(" w2 #1d3fbb");
+        });
+        return context.lines;
     }
 
     /// What is drawn, without what most of it has in common: `0,0-9,9;0,0-9,9 w2 dash 5,3;rect 0,0 9x9;"1" 9,9;`
@@ -58,8 +57,8 @@ protected:
     /// A text as brief() tells of it.
     static std::string text(const QString& string, double x, double y, int pixelSize)
     {
-        return "\"" + string.toStdString() + "\" " + RecordingContext::number(x) + "," + RecordingContext::number(y) +
-               " " + std::to_string(pixelSize) + "px;";
+        return "\"" + string.toStdString() + "\" " + RecordingContext::at({x, y}) + " " + std::to_string(pixelSize) +
+               "px;";
     }
 
     /// A figure clicked through `points`, what brief() tells of it (how it begins, before "..."), and a hit distance.

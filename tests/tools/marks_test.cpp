@@ -13,9 +13,7 @@ const QString down = QString::fromUtf16(QZPaintToolUp::downGlyph);
 /// As brief() tells of it.
 std::string outline(QZRect box)
 {
-    RecordingContext context;
-    context.strokeRect(box);
-    return context.lines.front().substr(0, context.lines.front().find(" w1")) + ";";
+    return "rect" + RecordingContext::box(box) + ";";
 }
 
 /// Remembers the note whose panel was asked for.
