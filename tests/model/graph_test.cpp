@@ -83,8 +83,9 @@ TEST_F(Graph, DrawsItselfAndItsHandlesByState)
     EXPECT_FALSE(graph->needsDisplay());
     owner->mouseInside = false;
     graph->setSelected(true);
+    graph->setCurrentPoint(0);
     EXPECT_TRUE(graph->needsDisplay());
-    EXPECT_EQ(drawn(*graph), all) << "selected";
+    EXPECT_EQ(drawn(*graph), all) << "selected, its first point held: no picture";
     owner->activePane = false;
     EXPECT_FALSE(graph->isSelected());
     EXPECT_EQ(drawn(*graph), Lines{line}) << "selected in another pane";
@@ -166,9 +167,9 @@ TEST_F(Graph, PlacesPointsWhereTheChartHasThem)
     EXPECT_EQ(graph->currentPoint(), 1);
     EXPECT_EQ(owner->displays, 1);
     graph->mouseDown({198, 50});
-    EXPECT_EQ(graph->logicAxises().size(), 2U);
     graph->mouseDown({252, 60});
     EXPECT_EQ(graph->logicAxises().size(), 3U);
+    EXPECT_EQ(graph->logicAxises().back().orginalPoint, (QZPoint{250, 60}));
     EXPECT_FALSE(graph->currentPoint());
     graph->mouseDown({10, 10});
     EXPECT_EQ(graph->points(), (Points{{100, 100}, {200, 50}, {250, 60}})) << "finished";
@@ -203,7 +204,8 @@ TEST_F(Graph, HandlesAreHalfOpenSquaresAndTheFirstWins)
         EXPECT_EQ(graph->isNearKeyPoint(at), picked.has_value());
         EXPECT_EQ(owner->cursor, picked ? QZCursor::Crosshair : QZCursor::Arrow);
         EXPECT_EQ(graph->selectKeyPointNearPoint(at), picked.has_value());
-        EXPECT_EQ(graph->currentPoint(), picked);
+        graph->mouseUp(at);
+        EXPECT_EQ(graph->currentPoint(), picked) << "kept by a click";
     }
 }
 
@@ -227,6 +229,10 @@ TEST_F(Graph, AWholeFigureStopsWhereTheHostSaysSo)
         EXPECT_EQ(graph->dragStartPoint(), (QZPoint{newStartX, 135}));
         EXPECT_EQ(graph->shifts, std::vector{shift});
     }
+    chart.mayGoRight.answerWith([](QZPoint p) { return p.x < 400; });
+    const auto wide = pressed({150, 125}, {{-50, 100}, {380, 150}});
+    wide->mouseDragged({190, 125});
+    EXPECT_EQ(wide->points().at(1), (QZPoint{400, 150})) << "the right edge holds what is wider than the chart";
 }
 
 TEST_F(Graph, AfterTheEdgeTheFigureDoesNotCatchUp)

@@ -49,7 +49,7 @@ public:
     Hook<std::optional<QZPaintLogicAxis>(QZPoint)> fromPoint{[this](QZPoint p) -> std::optional<QZPaintLogicAxis> {
         if (!isWithinDrawingRange(p) || std::isnan(p.x) || std::isnan(p.y))
             return std::nullopt;
-        return QZPaintLogicAxis{firstDate + barAt(p.x), 0, p.y, p};
+        return QZPaintLogicAxis{firstDate + barAt(p.x), 0, p.y};
     }};
     Hook<QZPoint(const QZPaintLogicAxis&)> fromAxis{[this](const QZPaintLogicAxis& axis) {
         return axis.date == 0 ? unplaceablePoint

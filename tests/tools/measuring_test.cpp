@@ -32,7 +32,7 @@ TEST_F(Measuring, TheRulerWritesInTheColourOfTheChange)
           Row{"level is no rise", 30, 1.0F, QStringLiteral("0"), drop},
           Row{"no change, upwards", 90, 0.0F, QStringLiteral("+0.00元"), {}},
           Row{"no number is no change", 90, 0.0F, QStringLiteral("--"), {}},
-          Row{"price alone changed", 90, 0.0F, QStringLiteral("0.01"), rise}}) {
+          Row{"price alone changed", 90, 0.0F, QStringLiteral("+0.01"), rise}}) {
         SCOPED_TRACE(name);
         answer(7, percent, price);
         const auto graph = tool(QZSTToolRule, {{100, 30}}, 3);

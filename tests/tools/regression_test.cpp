@@ -88,7 +88,7 @@ TEST_F(Regression, HitsItsGuidesAndItsLines)
           Row{"a line knows no channel", QZSTLineRegression, {150, 95}, 20 * slope, true},
           Row{"upper line", QZSTRegionRegression, {150, 96}, 1 * slope, true},
           Row{"lower line", QZSTRegionRegression, {150, 63}, 2 * slope, true},
-          Row{"region, beside the range", QZSTRegionRegression, {94, 47}, 6, false},
+          Row{"region, at the reach of a guide", QZSTRegionRegression, {95, 47}, 6, false},
           Row{"pipe, its continuation", QZSTPipeRegression, {300, 151}, 1 * slope, true},
           Row{"pipe, left of the range", QZSTPipeRegression, {90, 45}, 11, true}}) {
         SCOPED_TRACE(name);
