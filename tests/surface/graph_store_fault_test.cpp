@@ -147,9 +147,8 @@ TEST_F(GraphStore, Faults)
 
         log_.lines.clear();
         row.beforeSave();
-        add(view, figure(view, QZSTRay, 2));
-        graphs(view).back()->setText(QString(20'000, u'x'));
-        add(view, figure(view, QZSTRay, 3));
+        add(view, 2).setText(QString(20'000, u'x'));
+        add(view, 3);
         view.saveDB(stock, day, pane);
         EXPECT_EQ(log(), row.saveLog);
         EXPECT_EQ(waited, row.waits);
@@ -207,7 +206,7 @@ TEST_F(GraphStore, BrokenOffInTheMiddle)
         SCOPED_TRACE(row.name);
         view.loadDB(stock, day, pane);
         ASSERT_EQ(graphs(view).size(), 1U) << "the group as it was before";
-        add(view, std::make_shared<HookedGraph>(row.hook));
+        view.paintLayer()->graphs().add(std::make_shared<HookedGraph>(row.hook));
         log_.lines.clear();
         const auto save = [&] { view.saveDB(stock, day, pane); };
         if (*row.log == u'\0')
@@ -234,7 +233,7 @@ TEST_F(GraphStore, TwoProcessesSaveAtOnce)
             view.loadDB(name, day, pane);
             if (!log_.lines.isEmpty())
                 continue;
-            add(view, figure(view));
+            add(view);
             view.saveDB(name, day, pane);
         }
     };

@@ -38,38 +38,35 @@ TEST(ManagerView, ShowsTheRangeBandInOnePaneAtATime)
 {
     TestPane pane({.panes = 2});
     const auto band = QZPaintRangeStatistics::sharedGraph();
-    pane.view(0).displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
-    pane.view(0).displayRangeStatisticsGraphFromDate(20240010, 0, 20240030, 0);
-    EXPECT_EQ(pane.layer(0).graphs().count(), 1U);
-    EXPECT_EQ(band->points(), (std::vector<QZPoint>{{100, 0}, {300, 0}}));
-    pane.view(1).displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
+    const auto show = [&pane](int i, int lastDay) {
+        pane.view(i).displayRangeStatisticsGraphFromDate(20240010, 0, 20240000 + lastDay, 0);
+    };
+    show(0, 20);
+    show(0, 30);
+    EXPECT_EQ(pane.state(), "ToolRangeStatistics 100,0 300,0 | |");
+    show(1, 20);
     EXPECT_EQ(band->layer(), pane.view(1).paintLayer());
-    EXPECT_TRUE(pane.layer(0).graphs().contains(band.get())) << "until it is removed there";
+    EXPECT_EQ(pane.state(), "ToolRangeStatistics 100,0 200,0 | ToolRangeStatistics 100,0 200,0 |")
+        << "in the first until it is removed there";
     pane.view(0).removeRangeStatisticsGraph();
-    EXPECT_FALSE(pane.layer(0).graphs().contains(band.get()));
-    EXPECT_TRUE(pane.layer(1).graphs().contains(band.get()));
+    EXPECT_EQ(pane.state(), "| ToolRangeStatistics 100,0 200,0 |");
     EXPECT_EQ(band->layer(), nullptr);
     pane.view(1).removeRangeStatisticsGraph();
-    EXPECT_EQ(pane.layer(1).graphs().count(), 0U);
-}
 
-TEST(ManagerView, ABandThatIsClosedIsNoLongerTheCurrentFigure)
-{
-    TestPane pane;
-    const auto band = QZPaintRangeStatistics::sharedGraph();
-    pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
+    show(0, 20);
     pane.click({150, 50});
-    ASSERT_EQ(pane.current(), band);
-    const auto host = QZNotificationCenter::defaultCenter().observe(
-        QZRangeStatisticsTimeChangedNotification,
-        [&pane](const QZNotification&) { pane.view().removeRangeStatisticsGraph(); });
-    pane.click({192, 292}); // its close button
-    EXPECT_EQ(pane.current(), nullptr);
-    pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
-    EXPECT_FALSE(band->isSelected()) << "and comes back as any other";
-    const auto graph = pane.draw(QZSTHorizon, {{300, 100}});
+    EXPECT_EQ(pane.state(), "active mouse ToolRangeStatistics 100,0 200,0 current | |");
+    {
+        const auto host = QZNotificationCenter::defaultCenter().observe(
+            QZRangeStatisticsTimeChangedNotification,
+            [&pane](const QZNotification&) { pane.view().removeRangeStatisticsGraph(); });
+        pane.click({192, 292}); // its close button
+    }
+    show(0, 20);
+    EXPECT_EQ(pane.state(), "active mouse OpenHand ToolRangeStatistics 100,0 200,0 | |") << "as any other";
+    pane.draw(QZSTHorizon, {{300, 100}});
     pane.view().removeRangeStatisticsGraph();
-    EXPECT_EQ(pane.current(), graph) << "another figure stays";
+    EXPECT_EQ(pane.state(), "active mouse Horizon 300,100 current | | strip 90") << "another figure stays";
 }
 
 TEST(ManagerView, ABareOneIsNeutral)
@@ -82,20 +79,16 @@ TEST(ManagerView, ABareOneIsNeutral)
     EXPECT_EQ(view.enableTypes(), 0x3ffffffffff);
     EXPECT_EQ(view.convertFromPoint({10, 20}).value().description(), QZPaintLogicAxis{}.description());
     EXPECT_EQ(view.convertFromLogicAxis({20240010, 0, 5.0}), QZPoint{});
-    EXPECT_EQ(view.convertToPrecisionPoint({10, 20}), QZPoint{});
-    EXPECT_TRUE(view.canBeDraggedToLeft({1, 2}));
-    EXPECT_TRUE(view.canBeDraggedToRight({1, 2}));
+    EXPECT_TRUE(view.canBeDraggedToLeft({1, 2}) && view.canBeDraggedToRight({1, 2}));
     EXPECT_EQ(view.convertXForMagnet(12.5, true), 12.5);
+    EXPECT_EQ(view.convertPointForMagnet({10, 20}, 0), (QZPoint{10, 20}));
     EXPECT_EQ(view.getXPointWithLocation(12.0F, 1), 3.4028234663852886e38);
     QZRegressionCalcData regression{};
     QZBoxLineCalcData box{};
     EXPECT_FALSE(view.calcRegressionData(regression) || view.calcBoxLineData(box));
     const auto range = view.infomationForRetangle({1, 2}, {3, 4}, 5).value();
-    EXPECT_EQ(range.count, 0);
-    EXPECT_EQ(range.varyScope, 0.0F);
-    EXPECT_EQ(range.varyPrice, QStringLiteral("0.0"));
-    EXPECT_EQ(range.identify, QStringLiteral("Unknow"));
-    EXPECT_EQ(view.convertPointForMagnet({10, 20}, 0), (QZPoint{10, 20}));
+    EXPECT_EQ(std::tuple(range.count, range.varyScope, range.varyPrice, range.identify),
+              std::tuple(0, 0.0F, QStringLiteral("0.0"), QStringLiteral("Unknow")));
     EXPECT_FALSE(view.isDragging());
     const auto layer = view.paintLayer();
     bare.reset();
