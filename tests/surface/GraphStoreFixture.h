@@ -42,6 +42,8 @@ protected:
         log_.lines.clear();
     }
 
+    /// What was logged since it was last asked.
+    std::string log() { return std::exchange(log_.lines, {}).join(u'\n').toStdString(); }
     static QString file() { return QZFrameComFun::getUserAccountFilePath(databaseFileName, true); }
     static std::shared_ptr<QZGraphDatabase> otherConnection()
     {

@@ -22,15 +22,11 @@ bool writeFile(const QString& path, const QByteArray& bytes, qint64 at = 0)
 /// A figure that does something of its own in the middle of a save, when it is asked for its line type.
 class HookedGraph : public QZPaintGraph {
 public:
-    explicit HookedGraph(std::function<void()> hook) : QZPaintGraph(QZSTRay), hook_(std::move(hook)) {}
-    std::uint64_t lineType() const override
-    {
-        hook_();
-        return 0;
-    }
+    explicit HookedGraph(std::function<std::uint64_t()> hook) : QZPaintGraph(QZSTRay), hook_(std::move(hook)) {}
+    std::uint64_t lineType() const override { return hook_(); }
 
 private:
-    std::function<void()> hook_;
+    std::function<std::uint64_t()> hook_;
 };
 
 /// A chart that fails while figures are being made.
@@ -39,29 +35,10 @@ public:
     std::int64_t enableTypes() const override { throw std::runtime_error("no chart"); }
 };
 
-void reopenAs(int flags)
+bool reopenAs(int flags)
 {
     QZPaintManagerView::graphDatabase()->close();
-    QZPaintManagerView::graphDatabase()->openWithFlags(flags);
-}
-
-/// Runs `body` in a process of its own, which has no database open; the status that it ends with.
-int inAnotherProcess(const std::function<void()>& body)
-{
-    QZPaintManagerView::graphDatabase()->close();
-    const pid_t child = fork();
-    if (child == 0) {
-        body();
-        _exit(0);
-    }
-    return child;
-}
-
-int statusOf(int child)
-{
-    int status = -1;
-    waitpid(child, &status, 0);
-    return status;
+    return QZPaintManagerView::graphDatabase()->openWithFlags(flags);
 }
 
 int waited = 0; // ms
@@ -92,41 +69,39 @@ TEST_F(GraphStore, Faults)
     const Break none = [] {};
     sqlite3_vfs_register(&waitless, 1);
     const auto restored = qScopeGuard([] { sqlite3_vfs_unregister(&waitless); });
-    const auto log = [this] {
-        const QString lines = log_.lines.join(u'\n').replace(u"Write line paint DB error"_qs, u"write"_qs);
-        return QString(lines).replace(u"Read line paint DB exception"_qs, u"read"_qs).toStdString();
-    };
-    const char* const empty = "Empty result set for stockCode 600000";
+    const std::string empty = "Empty result set for stockCode 600000";
+    const std::string read = "Read line paint DB exception : ";
+    const std::string write = "Write line paint DB error : ";
     struct Row {
         const char* name;
         Break beforeLoad, beforeSave;
-        const char *loadLog, *saveLog, *left; // what the log says, and the widths that the file then holds
-        bool savesLater;                      // the pane can be saved once the fault is gone
-        int waits = 0;                        // ms
+        std::string loadLog, saveLog, left; // what the log says, and the widths that the file then holds
+        bool savesLater;                    // the pane can be saved once the fault is gone
+        int waits = 0;                      // ms
     };
     const std::vector<Row> rows{
         {"nothing is wrong", none, none, "", "", "1,2,3", false},
         {"not a database", put(QByteArray(5000, 'x'), 0), none, empty, "file is not a database", "", true},
         {"file cut off", [] { QFile::resize(file(), 4096); }, none, empty, "database disk image is malformed", "",
          true},
-        {"a page overwritten", put(QByteArray(4096, '\xff'), 4096), none, "read : database disk image is malformed",
-         "write : database disk image is malformed", "", true},
+        {"a page overwritten", put(QByteArray(4096, '\xff'), 4096), none, read + "database disk image is malformed",
+         write + "database disk image is malformed", "", true},
         {"emptied file", [] { QFile::resize(file(), 0); }, none, empty, "", "2,3", false},
         {"locked for reading", none, lock("BEGIN EXCLUSIVE"), "", "database is locked", "1", true, 2000},
         {"locked all along", lock("BEGIN EXCLUSIVE"), none, empty, "database is locked", "1", true, 4000},
-        {"someone else is saving", none, lock("BEGIN IMMEDIATE"), "", "write : database is locked", "1", true, 2000},
+        {"someone else is saving", none, lock("BEGIN IMMEDIATE"), "", write + "database is locked", "1", true, 2000},
         {"file may only be read", none, [] { reopenAs(SQLITE_OPEN_READONLY); }, "",
-         "write : attempt to write a readonly database", "1", true},
-        {"disk full", none, shared("PRAGMA max_page_count=3"), "", "write : database or disk is full", "1", true},
+         write + "attempt to write a readonly database", "1", true},
+        {"disk full", none, shared("PRAGMA max_page_count=3"), "", write + "database or disk is full", "1", true},
         {"disk full at the removal of the old rows", none,
          shared("CREATE TRIGGER full BEFORE DELETE ON GraphTable BEGIN SELECT RAISE(ROLLBACK, 'full'); END"), "",
-         "write : full", "1", true},
+         write + "full", "1", true},
         {"second insert refused", none,
          shared("CREATE TRIGGER refuse BEFORE INSERT ON GraphTable WHEN new.lineWidth=2 BEGIN SELECT RAISE(ABORT, "
                 "'no'); END"),
-         "", "write : no", "1", false},
+         "", write + "no", "1", false},
         {"no group column", remake("CREATE TABLE GraphTable(lineWidth)"), none, empty,
-         "write : no such column: graphIndex", "", true},
+         write + "no such column: graphIndex", "", true},
         {"a view in the table's place", remake("CREATE VIEW GraphTable AS SELECT 9 AS lineWidth, 1 AS graphIndex"),
          none, "", "view GraphTable already exists", "9", true},
     };
@@ -138,14 +113,12 @@ TEST_F(GraphStore, Faults)
         QZPaintActiveManager::sharedManager().setCurrentActiveLayer(view.paintLayer());
         store(view, stock, {1});
         QZPaintManagerView::graphDatabase()->close();
-
-        log_.lines.clear();
+        log();
         waited = 0;
         row.beforeLoad();
         view.loadDB(stock, day, pane);
         EXPECT_EQ(log(), row.loadLog);
 
-        log_.lines.clear();
         row.beforeSave();
         add(view, 2).setText(QString(20'000, u'x'));
         add(view, 3);
@@ -155,7 +128,6 @@ TEST_F(GraphStore, Faults)
         EXPECT_NE(graphs(view).empty(), row.savesLater);
         other.reset();
         EXPECT_EQ(stored("lineWidth"), row.left);
-
         QFile::remove(file());
         view.saveDB(stock, day, pane);
         EXPECT_EQ(stored("lineWidth").empty(), !row.savesLater);
@@ -190,29 +162,27 @@ TEST_F(GraphStore, NoPlaceForTheFile)
 TEST_F(GraphStore, BrokenOffInTheMiddle)
 {
     struct Row {
-        const char* name;
-        std::function<void()> hook;
+        std::function<std::uint64_t()> hook;
         const char16_t* log;
     };
     TestView view;
     store(view, stock, {1});
     ThrowingView().loadDB(stock, day, pane);
     EXPECT_EQ(log_.lines.last(), u"Read line paint DB exception : no chart");
-    for (const Row& row :
-         {Row{"killed", [] { std::raise(SIGKILL); }, u""},
-          Row{"thrown", [] { throw std::runtime_error("no type"); }, u"Write line paint DB exception : no type"},
-          Row{"reopened", [] { reopenAs(SQLITE_OPEN_READWRITE); },
-              u"Write line paint DB error : no transaction is active"}}) {
-        SCOPED_TRACE(row.name);
+    for (const Row& row : {Row{[] { return std::raise(SIGKILL); }, u""},
+                           Row{[]() -> std::uint64_t { throw std::runtime_error("no type"); },
+                               u"Write line paint DB exception : no type"},
+                           Row{[] { return reopenAs(SQLITE_OPEN_READWRITE); },
+                               u"Write line paint DB error : no transaction is active"}}) {
         view.loadDB(stock, day, pane);
         ASSERT_EQ(graphs(view).size(), 1U) << "the group as it was before";
         view.paintLayer()->graphs().add(std::make_shared<HookedGraph>(row.hook));
         log_.lines.clear();
-        const auto save = [&] { view.saveDB(stock, day, pane); };
+        QZPaintManagerView::graphDatabase()->close();
         if (*row.log == u'\0')
-            EXPECT_EQ(WTERMSIG(statusOf(inAnotherProcess(save))), SIGKILL);
+            EXPECT_EXIT(view.saveDB(stock, day, pane), testing::KilledBySignal(SIGKILL), "");
         else
-            save();
+            view.saveDB(stock, day, pane);
         EXPECT_EQ(log_.lines.join(u'\n'), row.log);
     }
     EXPECT_EQ(stored("lineWidth"), "1");
@@ -226,28 +196,30 @@ TEST_F(GraphStore, TwoProcessesSaveAtOnce)
     constexpr int rounds = 20;
     TestView view;
     store(view, stock, {});
+    QZPaintManagerView::graphDatabase()->close();
+    const pid_t child = fork();
+    const QString name = child == 0 ? QStringLiteral("first") : QStringLiteral("second");
     // A process that waited too long says so and may try again.
-    const auto fill = [&](const QString& name) {
-        for (int saved = 0; saved < rounds; saved += log_.lines.isEmpty() ? 1 : 0) {
-            log_.lines.clear();
-            view.loadDB(name, day, pane);
-            if (!log_.lines.isEmpty())
-                continue;
-            add(view);
-            view.saveDB(name, day, pane);
-        }
-    };
-    for (const int child : {inAnotherProcess([&] { fill(QStringLiteral("first")); }),
-                            inAnotherProcess([&] { fill(QStringLiteral("second")); })})
-        EXPECT_EQ(statusOf(child), 0);
-    for (const char* name : {"first", "second"})
-        EXPECT_EQ(stored("count(*)", "graphIndex LIKE '" + std::string(name) + "%'"), std::to_string(rounds));
+    for (int saved = 0; saved < rounds; saved += log_.lines.isEmpty() ? 1 : 0) {
+        log_.lines.clear();
+        view.loadDB(name, day, pane);
+        if (!log_.lines.isEmpty())
+            continue;
+        add(view);
+        view.saveDB(name, day, pane);
+    }
+    if (child == 0)
+        _exit(0);
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    for (const char* each : {"first", "second"})
+        EXPECT_EQ(stored("count(*)", "graphIndex LIKE '" + std::string(each) + "%'"), std::to_string(rounds));
 }
 
 TEST_F(GraphStore, RowsOfOtherWriters)
 {
     TestPane panes;
-    TestView& view = panes.view();
     // Version 1.0.0 made the table so.
     ASSERT_TRUE(
         run("CREATE TABLE GraphTable(dbVersion TEXT, extension1 TEXT, extension2 TEXT, graphIndex TEXT, points TEXT, "
@@ -256,49 +228,42 @@ TEST_F(GraphStore, RowsOfOtherWriters)
             "fillColorB FLOAT, fillColorA FLOAT, fontName TEXT, fontSize FLOAT, textValue TEXT)"));
     const std::string start = "INSERT INTO GraphTable VALUES ('','','','600000_main_QZPCCandlestickCycleDay',";
     struct Row {
-        const char *name = nullptr, *values = nullptr; // from points on
-        std::size_t loaded = 0, points = 0;
-        std::uint64_t width = 0;
-        QColor stroke;
-        int fontSize = 0;
+        const char *name, *values,
+            *read; // values from points on; of 2 points how many, the width, colour and font size
     };
-    const QColor black(0, 0, 0, 0);
     for (const Row& row :
          {Row{"version 1.0.0",
               "'20231229,0,50.250000;20240102,0,60.000000;',1,2,3,1,0.9960784313725490,0.392156862745098,0,1,1,1,1,1,"
               "'.AppleSystemUIFont',13,'新建'",
-              1, 2, 3, QColor(254, 100, 0), 11},
-          Row{"nothing at all", "NULL,2,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL", 1, 0, 0,
-              black, 11},
-          Row{"unknown type", "'1,2,3;',9223372036854775807,0,1,0,0,0,0,0,0,0,0,0,'',0,''", 1, 1, 1, black, 11},
-          Row{"type outside the pane's", "'1,2,3;',4398046511104,0,1,0,0,0,0,0,0,0,0,0,'',0,''", 0, 0, 0, {}, 0},
-          Row{"type is a word", "'1,2,3;','ray',0,1,0,0,0,0,0,0,0,0,0,'',0,''", 0, 0, 0, {}, 0},
-          Row{"too many points", "'1,2,3;1,2,3;1,2,3;1,2,3;',2,0,1,0,0,0,0,0,0,0,0,0,'',0,''", 1, 2, 1, black, 11},
-          Row{"too few points", "'20240003,2,3;',2,0,1,0,0,0,0,0,0,0,0,0,'',0,''", 1, 1, 1, black, 11},
-          Row{"no numbers", "'20240003,0,inf;20240004,0,nan;',2,'a','b','c','d','e','f','g',0,0,0,0,'','h',0", 1, 2, 0,
-              black, 11},
-          Row{"leading numbers", "x'312c322c333b',2,'1x','3 px',0,'0.5.5',0,'1e0',1,0,0,0,0,'DejaVu Sans','20px',0", 1,
-              1, 3, QColor::fromRgbF(0.5F, 0.0F, 1.0F, 1.0F), 20},
-          Row{"monsters",
-              "'2147483647,2147483647,1e308;20240001,0,-1e308;',2,-1,-1,7,-9e999,9e999,1.5,9e999,0,0,0,0,'DejaVu "
-              "Sans',9e999,0",
-              1, 2, 0, QColor(0, 255, 255, 255), 2000},
-          Row{"huge width, dashed", "'20240001,0,5;20240030,0,90;',2,4,2147483647,0,1,1,1,1,0,0,0,0,'',-5,''", 1, 2,
-              2147483647, Qt::white, 11}}) {
+              "2 of 2, 3 #fffe6400 11"},
+          Row{"nothing at all", "NULL,2,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL",
+              "0 of 2, 0 #00000000 11"},
+          Row{"unknown type", "'1,2,3;',9223372036854775807,0,1,0,0,0,0,0,0,0,0,0,'',0,''", "1 of 2, 1 #00000000 11"},
+          Row{"type outside the pane's", "'1,2,3;',4398046511104,0,1,0,0,0,0,0,0,0,0,0,'',0,''", ""},
+          Row{"type is a word", "'1,2,3;','ray',0,1,0,0,0,0,0,0,0,0,0,'',0,''", ""},
+          Row{"too many points", "'1,2,3;1,2,3;1,2,3;1,2,3;',2,0,1,0,0,0,0,0,0,0,0,0,'',0,''",
+              "2 of 2, 1 #00000000 11"},
+          Row{"too few points", "'20240003,2,3;',2,0,1,0,0,0,0,0,0,0,0,0,'',0,''", "1 of 2, 1 #00000000 11"},
+          Row{"no numbers", "'20240003,0,inf;20240004,0,nan;',2,'a','b','c','d','e','f','g',0,0,0,0,'','h',0",
+              "2 of 2, 0 #00000000 11"},
+          Row{"leading numbers", "x'312c322c333b',2,'1x','3 px',0,'0.5.5',0,'1e0',1,0,0,0,0,'DejaVu Sans','20px',0",
+              "1 of 2, 3 #ff8000ff 20"},
+          Row{"monsters", "'20240001,0,5;20240030,0,90;',2,4,2147483647,0,1,1,1,1,0,0,0,0,'',-5,''",
+              "2 of 2, 2147483647 #ffffffff 11"}}) {
         SCOPED_TRACE(row.name);
-        ASSERT_TRUE(run("DELETE FROM GraphTable"));
-        ASSERT_TRUE(run(start + row.values + ")"));
-        view.loadDB(stock, day, pane);
-        ASSERT_EQ(graphs(view).size(), row.loaded);
-        if (row.loaded == 0)
-            continue;
-        const auto graph = graphs(view)[0];
-        EXPECT_EQ(graph->logicAxises().size(), row.points);
-        EXPECT_EQ(graph->points().size(), 2U);
-        EXPECT_EQ(graph->lineWidth(), row.width);
-        EXPECT_EQ(graph->strokeColor(), row.stroke);
-        EXPECT_EQ(graph->font().pixelSize(), row.fontSize);
-        EXPECT_FALSE(graph->text().isNull());
+        ASSERT_TRUE(run("DELETE FROM GraphTable") && run(start + row.values + ")"));
+        panes.view().loadDB(stock, day, pane);
+        QStringList read;
+        for (const auto& graph : graphs(panes.view())) {
+            EXPECT_FALSE(graph->text().isNull());
+            read.append(QStringLiteral("%1 of %2, %3 %4 %5")
+                            .arg(graph->logicAxises().size())
+                            .arg(graph->points().size())
+                            .arg(graph->lineWidth())
+                            .arg(graph->strokeColor().name(QColor::HexArgb))
+                            .arg(graph->font().pixelSize()));
+        }
+        EXPECT_EQ(read.join(u',').toStdString(), row.read);
         panes.paint();
     }
 }

@@ -9,6 +9,8 @@
 #include <QMetaEnum>
 #include <QPixmap>
 
+#include <span>
+
 TestPane::TestPane(const Options& options)
 {
     const QSize size(static_cast<int>(options.frame.width), static_cast<int>(options.frame.height));
@@ -76,15 +78,17 @@ std::string TestPane::state()
             graphs.push_back(current(i));
         for (const auto& graph : graphs) {
             words.append(strQZShapeType(graph->type()).remove(QStringLiteral("QZST")));
-            for (const QZPoint point : graph->points())
+            const bool isPlacing = graph->isEditing();
+            const int placed = isPlacing ? graph->currentPoint().value_or(0) : graph->maxPointCount();
+            for (const QZPoint point : std::span(graph->points()).first(static_cast<std::size_t>(placed)))
                 words.append(QStringLiteral("%1,%2").arg(point.x).arg(point.y));
             const bool isCurrent = graph == current(i);
-            say(isCurrent, QStringLiteral("current"));
-            say(isCurrent != graph->isSelected(),
-                isCurrent ? QStringLiteral("unselected") : QStringLiteral("selected"));
+            say(isPlacing, QStringLiteral("placing"));
+            say(isCurrent && !isPlacing, QStringLiteral("current"));
+            say(isCurrent != graph->isSelected() && !isPlacing,
+                graph->isSelected() ? QStringLiteral("selected") : QStringLiteral("unselected"));
             say(graph->isHidden(), QStringLiteral("hidden"));
             say(graph->isDragging(), QStringLiteral("dragged"));
-            say(graph->isEditing(), QStringLiteral("point %1").arg(graph->currentPoint().value_or(-1)));
         }
         words.append(QStringLiteral("|"));
     }
