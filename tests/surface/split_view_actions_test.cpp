@@ -24,10 +24,7 @@ protected:
     }
     void TearDown() override { palette.resetAllButtons(true); }
 
-    static void press(QWidget& panel, const QString& name)
-    {
-        QTest::mouseClick(panel.findChild<QAbstractButton*>(name), Qt::LeftButton);
-    }
+    static void press(QWidget& panel, const QString& name) { panel.findChild<QAbstractButton*>(name)->click(); }
     void pressPalette(QZShapeType type) { press(palette.window(), strQZShapeType(type)); }
 
     TestPane panes{{.panes = 2}};
@@ -38,8 +35,18 @@ protected:
 
 } // namespace
 
-TEST_F(SplitViewActions, DeleteAllAsksFirst)
+TEST_F(SplitViewActions, TheEyeServesEveryWindowAndDeleteAllAsksFirst)
 {
+    TestPane other; // a second window, which the palette does not even serve
+    other.draw(QZSTHorizon, {{100, 200}});
+    pressPalette(QZSTToolEye);
+    EXPECT_EQ(panes.state() + other.state(),
+              "Horizon 100,200 hidden | chosen mouse Horizon 100,200 hidden |active mouse Horizon 100,200 hidden |");
+    pressPalette(QZSTToolEye);
+    EXPECT_EQ(panes.state() + other.state(),
+              "Horizon 100,200 | chosen mouse Horizon 100,200 |active mouse Horizon 100,200 |");
+
+    panes.click({300, 200}, 1);
     int answer = 1000;
     QString asked;
     const auto previous = QZAlert::setRunner([&](const QZAlertRequest& request) {
@@ -57,18 +64,6 @@ TEST_F(SplitViewActions, DeleteAllAsksFirst)
     EXPECT_EQ(panes.state(), "| active mouse |");
     EXPECT_EQ(palette.selectedType(), QZShapeTypeNone);
     QZAlert::setRunner(previous);
-}
-
-TEST_F(SplitViewActions, TheEyeHidesAndShowsEveryPaneOfEveryWindow)
-{
-    TestPane other; // a second window, which the palette does not even serve
-    other.draw(QZSTHorizon, {{100, 200}});
-    pressPalette(QZSTToolEye);
-    EXPECT_EQ(panes.state() + other.state(),
-              "Horizon 100,200 hidden | chosen mouse Horizon 100,200 hidden |active mouse Horizon 100,200 hidden |");
-    pressPalette(QZSTToolEye);
-    EXPECT_EQ(panes.state() + other.state(),
-              "Horizon 100,200 | chosen mouse Horizon 100,200 |active mouse Horizon 100,200 |");
 }
 
 TEST_F(SplitViewActions, AToolIsArmedWhereItIsAccepted)
@@ -103,31 +98,27 @@ TEST_F(SplitViewActions, TheChosenToolGoesAlongWithTheActiveWindow)
     EXPECT_FALSE(other->current()->thumbnail().isNull());
     EXPECT_EQ(strip.window().chartWindow(), &other->split());
     EXPECT_EQ(strip.delegate(), &other->split());
-    for (const bool isAgain : {false, true}) {
+    for (const char* state : {"active mouse Ray 100,100 200,150 current | strip 90",
+                              "active mouse Ray 100,100 200,150 Ray 150,100 200,150 current | strip 90"}) {
         pressPalette(QZSTRay);
-        EXPECT_TRUE(TestPane::isPaintEditing()) << isAgain;
-        other->click({100, 100});
+        EXPECT_TRUE(TestPane::isPaintEditing()) << state;
+        other->click({other->layer().graphs().count() == 0 ? 100.0 : 150.0, 100});
         other->click({200, 150});
-        EXPECT_EQ(other->layer().graphs().count(), isAgain ? 2U : 1U);
+        EXPECT_EQ(other->state(), state);
         EXPECT_EQ(palette.selectedType(), QZShapeTypeNone);
     }
+    panes.split().resetPiantConfigDelegate(); // its window becomes active
+    panes.split().paintGraphConfigDidDelete(strip);
+    EXPECT_EQ(strip.delegate(), &other->split()) << "over the other window";
+    press(strip.window(), QStringLiteral("btnDelete"));
+    EXPECT_EQ(other->state(), "active mouse Ray 100,100 200,150 |");
+    panes.split().resetPiantConfigDelegate();
+    EXPECT_EQ(strip.delegate(), &panes.split());
+    other->split().resetPiantConfigDelegate();
     pressPalette(QZSTRay);
     other.reset();
     EXPECT_EQ(palette.selectedType(), QZShapeTypeNone);
     EXPECT_FALSE(TestPane::isPaintEditing() || strip.window().isVisible());
-}
-
-TEST_F(SplitViewActions, TheStripServesTheWindowThatItIsOver)
-{
-    TestPane other;
-    other.draw(QZSTHorizon, {{100, 200}});
-    panes.split().resetPiantConfigDelegate(); // its window becomes active
-    panes.split().paintGraphConfigDidDelete(strip);
-    EXPECT_TRUE(strip.window().isVisible()) << "over the other window";
-    press(strip.window(), QStringLiteral("btnDelete"));
-    EXPECT_EQ(other.state(), "active mouse |");
-    panes.split().resetPiantConfigDelegate();
-    EXPECT_EQ(strip.delegate(), &panes.split());
 }
 
 TEST_F(SplitViewActions, TheStripServesTheActivePane)
