@@ -59,6 +59,7 @@ sqlite3_vfs waitless = [] {
 TEST_F(GraphStore, Faults)
 {
     using Break = std::function<void()>;
+    const QString folder = QFileInfo(file()).path();
     std::shared_ptr<QZGraphDatabase> other;
     const auto shared = [](const char* sql) {
         return [=] { QZPaintManagerView::graphDatabase()->executeUpdate(sql); };
@@ -66,10 +67,18 @@ TEST_F(GraphStore, Faults)
     const auto lock = [&](const char* sql) { return [&, sql] { (other = otherConnection())->executeUpdate(sql); }; };
     const auto remake = [](const char* sql) { return [=] { run("DROP TABLE GraphTable"), run(sql); }; };
     const auto put = [](const QByteArray& bytes, int at) { return [=] { writeFile(file(), bytes, at); }; };
+    const auto clear = [folder] {
+        QFile::remove(folder);
+        QDir(folder).removeRecursively();
+        EXPECT_TRUE(QDir().mkpath(folder));
+    };
+    const Break takeFolder = [folder] { QDir(folder).removeRecursively(), writeFile(folder, "x"); };
+    const Break isNotOpened = [] { EXPECT_FALSE(QZPaintManagerView::openDBFile()->goodConnection()); };
     const Break none = [] {};
     sqlite3_vfs_register(&waitless, 1);
     const auto restored = qScopeGuard([] { sqlite3_vfs_unregister(&waitless); });
     const std::string empty = "Empty result set for stockCode 600000";
+    const std::string notOpened = "Open Line paint DB file failed!\nOpen line paint DB file failed!";
     const std::string read = "Read line paint DB exception : ";
     const std::string write = "Write line paint DB error : ";
     struct Row {
@@ -104,10 +113,15 @@ TEST_F(GraphStore, Faults)
          write + "no such column: graphIndex", "", true},
         {"a view in the table's place", remake("CREATE VIEW GraphTable AS SELECT 9 AS lineWidth, 1 AS graphIndex"),
          none, "", "view GraphTable already exists", "9", true},
+        {"a folder in the place of the file", [&] { clear(), QDir().mkpath(file()); }, isNotOpened, empty, notOpened,
+         "", true},
+        {"a file in the place of the folder", takeFolder, isNotOpened, empty,
+         "Create folder failed! " + folder.toStdString() + '\n' + notOpened, "", true},
+        {"the same while it is open", none, takeFolder, "", write + "attempt to write a readonly database", "", true},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        QFile::remove(file());
+        clear();
         reopen();
         TestView view;
         QZPaintActiveManager::sharedManager().setCurrentActiveLayer(view.paintLayer());
@@ -128,34 +142,9 @@ TEST_F(GraphStore, Faults)
         EXPECT_NE(graphs(view).empty(), row.savesLater);
         other.reset();
         EXPECT_EQ(stored("lineWidth"), row.left);
-        QFile::remove(file());
+        clear();
         view.saveDB(stock, day, pane);
         EXPECT_EQ(stored("lineWidth").empty(), !row.savesLater);
-    }
-}
-
-TEST_F(GraphStore, NoPlaceForTheFile)
-{
-    const QString folder = QFileInfo(file()).path();
-    TestView view;
-    store(view, stock, {1});
-    for (const bool fileForFolder : {true, false}) {
-        SCOPED_TRACE(fileForFolder ? "a file in the place of the folder" : "a folder in the place of the file");
-        view.loadDB(stock, day, pane);
-        QDir(folder).removeRecursively();
-        ASSERT_TRUE(fileForFolder ? writeFile(folder, "x") : QDir().mkpath(folder + u"/LinePaint.db"_qs));
-        view.saveDB(stock, day, pane);
-        EXPECT_EQ(log_.lines.last(), u"Write line paint DB error : attempt to write a readonly database"_qs);
-        view.saveDB(stock, day, pane);
-        EXPECT_EQ(log_.lines.last(), u"Open line paint DB file failed!"_qs);
-        EXPECT_EQ(graphs(view).size(), 1U);
-        EXPECT_FALSE(QZPaintManagerView::openDBFile()->goodConnection());
-        EXPECT_EQ(log_.lines.last(), u"Open Line paint DB file failed!"_qs);
-
-        EXPECT_TRUE(fileForFolder ? QFile::remove(folder) : QDir(folder).removeRecursively());
-        EXPECT_TRUE(QDir().mkpath(folder));
-        view.saveDB(stock, day, pane);
-        EXPECT_EQ(stored("lineWidth"), "1");
     }
 }
 
