@@ -49,8 +49,7 @@ TEST(ManagerView, ShowsTheRangeBandInOnePaneAtATime)
     pane.view(1).removeRangeStatisticsGraph();
 
     show(0, 20);
-    pane.click({150, 50});
-    EXPECT_EQ(pane.state(), "active mouse ToolRangeStatistics 100,0 200,0 current | |");
+    EXPECT_EQ(pane.click({150, 50}).state(), "active mouse ToolRangeStatistics 100,0 200,0 current | |");
     auto host = QZNotificationCenter::defaultCenter().observe(
         QZRangeStatisticsTimeChangedNotification,
         [&pane](const QZNotification&) { pane.view().removeRangeStatisticsGraph(); });

@@ -37,9 +37,10 @@ bool TestPane::isPaintEditing()
     return QZGlobalEnv::getShareInstance().globalContext(QZContextIsPaintEditing, QZContextIsPaintEditing).toBool();
 }
 
-void TestPane::click(QZPoint point, int index)
+TestPane& TestPane::click(QZPoint point, int index)
 {
     Gesture(*this, index).click(point);
+    return *this;
 }
 
 std::shared_ptr<QZPaintGraph> TestPane::draw(std::int64_t type, const std::vector<QZPoint>& points, int index)

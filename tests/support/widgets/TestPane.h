@@ -71,7 +71,7 @@ public:
     static bool isPaintEditing();
     /// Picks a tool, as the palette does.
     void arm(std::int64_t type) { split_->changeShapeTo(type, {}); }
-    void click(QZPoint point, int index = 0);
+    TestPane& click(QZPoint point, int index = 0);
     /// Arms `type`, clicks through `points` and returns what came of it.
     std::shared_ptr<QZPaintGraph> draw(std::int64_t type, const std::vector<QZPoint>& points, int index = 0);
     std::shared_ptr<QZPaintGraph> graphAt(QZPoint point, int index = 0) { return layer(index).getClosedGraph(point); }
