@@ -1,6 +1,7 @@
 #include "model/QZPaintDefaults.h"
 #include "platform/QZGetFixData.h"
 #include "platform/QZHostNotifications.h"
+#include "support/Spies.h"
 #include "support/widgets/Gesture.h"
 #include "tools/QZPaintRangeStatistics.h"
 
@@ -48,16 +49,28 @@ TEST(ManagerView, ShowsTheRangeBandInOnePaneAtATime)
     EXPECT_EQ(band->layer(), nullptr);
     pane.view(1).removeRangeStatisticsGraph();
 
+    pane.draw(QZSTHorizon, {{300, 100}});
     show(0, 20);
-    EXPECT_EQ(pane.click({150, 50}).state(), "active mouse ToolRangeStatistics 100,0 200,0 current | |");
+    EXPECT_EQ(pane.click({150, 50}).state(), "active mouse Horizon 300,100 ToolRangeStatistics 100,0 200,0 current | |")
+        << "without a strip: the band has no style";
+    const NotificationSpy told(QZRangeStatisticsTimeChangedNotification);
+    EXPECT_EQ(Gesture(pane).key(Qt::Key_Delete).state(),
+              "active mouse Horizon 300,100 ToolRangeStatistics 100,0 200,0 | |")
+        << "it is the host's";
+    ASSERT_EQ(told.posts.size(), 1U);
+    EXPECT_EQ(told.posts[0].object, &pane.layer());
+    EXPECT_EQ(told.posts[0].userInfo, (QVariantMap{{QZRangeStatistics::timeTypeKey, 5U}}));
+    pane.click({150, 50});
     auto host = QZNotificationCenter::defaultCenter().observe(
         QZRangeStatisticsTimeChangedNotification,
         [&pane](const QZNotification&) { pane.view().removeRangeStatisticsGraph(); });
     pane.click({192, 292}); // its close button
     host = {};
     show(0, 20);
-    EXPECT_EQ(pane.state(), "active mouse OpenHand ToolRangeStatistics 100,0 200,0 | |") << "as any other";
-    pane.draw(QZSTHorizon, {{300, 100}});
+    EXPECT_EQ(pane.state(), "active mouse OpenHand Horizon 300,100 ToolRangeStatistics 100,0 200,0 | |")
+        << "as any other";
+    EXPECT_EQ(pane.click({300, 100}).state(),
+              "active mouse Horizon 300,100 current ToolRangeStatistics 100,0 200,0 | | strip 90");
     pane.view().removeRangeStatisticsGraph();
     EXPECT_EQ(pane.state(), "active mouse Horizon 300,100 current | | strip 90") << "another figure stays";
 }

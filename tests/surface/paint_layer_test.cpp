@@ -26,45 +26,23 @@ TEST(PaintLayer, AClickTakesTheNearestFigureWithinTheRadius)
 
 TEST(PaintLayer, Keys)
 {
-    struct Row {
-        const char* name;
-        std::vector<QZPoint> clicks;
-        Qt::Key key;
-        bool ends;
-    };
-    const std::vector<QZPoint> first{{100, 100}}, both{{100, 100}, {200, 150}};
-    for (const Row& row :
-         {Row{"Escape in creation", first, Qt::Key_Escape, true},
-          Row{"Escape on a finished one", both, Qt::Key_Escape, false},
-          Row{"Delete in creation", first, Qt::Key_Delete, true}, Row{"Delete", both, Qt::Key_Delete, true},
-          Row{"Backspace", both, Qt::Key_Backspace, true}, Row{"another key", both, Qt::Key_A, false}}) {
-        SCOPED_TRACE(row.name);
-        TestPane pane;
-        const auto graph = pane.draw(QZSTLineSegment, row.clicks);
-        const NotificationSpy finished(QZPaintGraphFinishedEditingNotification);
-        Gesture(pane).key(row.key);
-        EXPECT_EQ(pane.state(),
-                  row.ends ? "active mouse |" : "active mouse LineSegment 100,100 200,150 current | strip 90");
-        EXPECT_EQ(finished.posts.size(), row.ends ? 1U : 0U);
-        EXPECT_FALSE(graph->isEditing() || graph->isSelected() == row.ends);
-    }
-}
-
-TEST(PaintLayer, DeleteLeavesTheRangeBandToTheHost)
-{
     TestPane pane;
-    pane.draw(QZSTHorizon, {{100, 250}});
-    pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
-    EXPECT_EQ(pane.click({150, 50}).state(), "active mouse Horizon 100,250 ToolRangeStatistics 100,0 200,0 current |")
-        << "without a strip: the band has no style";
-    const NotificationSpy spy(QZRangeStatisticsTimeChangedNotification);
-    Gesture(pane).key(Qt::Key_Delete);
-    ASSERT_EQ(spy.posts.size(), 1U);
-    EXPECT_EQ(spy.posts[0].object, &pane.layer());
-    EXPECT_EQ(spy.posts[0].userInfo, (QVariantMap{{QZRangeStatistics::timeTypeKey, 5U}}));
-    EXPECT_EQ(pane.state(), "active mouse Horizon 100,250 ToolRangeStatistics 100,0 200,0 |");
-    pane.view().removeRangeStatisticsGraph();
-    EXPECT_EQ(pane.state(), "active mouse Horizon 100,250 |");
+    Gesture mouse(pane);
+    const std::vector<QZPoint> one{{100, 100}}, both{{100, 100}, {200, 150}};
+    const auto graph = pane.draw(QZSTRay, one);
+    const NotificationSpy finished(QZPaintGraphFinishedEditingNotification);
+    EXPECT_EQ(mouse.key(Qt::Key_Escape).state(), "active mouse |");
+    EXPECT_FALSE(graph->isEditing() || graph->isSelected());
+    pane.draw(QZSTRay, one);
+    EXPECT_EQ(mouse.key(Qt::Key_Delete).state(), "active mouse |");
+    EXPECT_EQ(finished.posts.size(), 2U);
+    pane.draw(QZSTRay, both);
+    EXPECT_EQ(finished.posts.size(), 3U);
+    EXPECT_EQ(mouse.key(Qt::Key_Escape).key(Qt::Key_A).state(), "active mouse Ray 100,100 200,150 current | strip 90");
+    EXPECT_EQ(mouse.key(Qt::Key_Delete).state(), "active mouse |");
+    EXPECT_EQ(finished.posts.size(), 4U);
+    pane.draw(QZSTRay, both);
+    EXPECT_EQ(mouse.key(Qt::Key_Backspace).state(), "active mouse |");
 }
 
 TEST(PaintLayer, WhatIsMeasuredFollowsTheChartBeforeItsFrame)
@@ -142,39 +120,29 @@ TEST(PaintLayer, RedrawsOnlyWhenSomethingChanged)
     pane.split().setUpdatesEnabled(false); // the test paints
     Gesture mouse(pane);
     mouse.move({10, 10});
-    const auto valid = [&pane](double width) {
-        return [&pane, width] { pane.view().setValidateRect({0, 0, width, 300}); };
-    };
-    struct Row {
-        const char* name;
-        std::function<void()> action;
-        bool redraws;
-    };
-    const QZPoint middle{150, 125}, aside{160, 125};
-    const std::vector<Row> rows{
-        {"still inside", [&] { pane.layer().setMouseInside(true); }, false},
-        {"no longer inside", [&] { pane.layer().setMouseInside(false); }, true},
-        {"drag", [&] { mouse.drag(middle, aside); }, true},
-        {"same valid area", valid(400), false},
-        {"another valid area", valid(300), true},
-        {"a tool is armed", [&] { pane.arm(QZSTRay); }, true},
-        {"its first point follows the mouse", [&] { mouse.move(middle); }, true},
-        {"another pane finishes a figure",
-         [] { QZNotificationCenter::defaultCenter().post(QZPaintGraphFinishedEditingNotification); }, true},
-        {"deactivation", [&] { pane.layer().setActive(false); }, true},
-        {"not active already", [&] { pane.layer().setActive(false); }, false},
-        {"activation", [&] { pane.layer().setActive(true); }, false},
-        {"Delete without a figure", [&] { mouse.key(Qt::Key_Delete); }, true},
-        {"another size", [&] { pane.split().resize(390, 300); }, true},
-        {"the band", [&] { pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0); }, true},
-        {"no band", [&] { pane.view().removeRangeStatisticsGraph(); }, true},
-    };
-    for (const Row& row : rows) {
+    const auto redraws = [&pane](auto act) {
         pane.layer().contents(pane.view().size(), 1.0);
         EXPECT_FALSE(pane.layer().needsDisplay());
-        row.action();
-        EXPECT_EQ(pane.layer().needsDisplay(), row.redraws) << row.name;
-    }
+        act();
+        return pane.layer().needsDisplay();
+    };
+    const auto told = [] { QZNotificationCenter::defaultCenter().post(QZPaintGraphFinishedEditingNotification); };
+    EXPECT_FALSE(redraws([&] { mouse.move({150, 125}).move({200, 150}); })) << "over the figure and its handle";
+    EXPECT_FALSE(redraws([&] { pane.layer().setMouseInside(true); })) << "still inside";
+    EXPECT_TRUE(redraws([&] { pane.layer().setMouseInside(false); }));
+    EXPECT_TRUE(redraws([&] { mouse.drag({150, 125}, {160, 125}); }));
+    EXPECT_FALSE(redraws([&] { pane.view().setValidateRect({0, 0, 400, 300}); })) << "the same";
+    EXPECT_TRUE(redraws([&] { pane.view().setValidateRect({0, 0, 300, 300}); }));
+    EXPECT_TRUE(redraws([&] { pane.arm(QZSTRay); }));
+    EXPECT_TRUE(redraws([&] { mouse.move({50, 60}); })) << "the first point follows the mouse";
+    EXPECT_TRUE(redraws(told)) << "another pane finishes a figure";
+    EXPECT_TRUE(redraws([&] { pane.layer().setActive(false); }));
+    EXPECT_FALSE(redraws([&] { pane.layer().setActive(false); })) << "not active already";
+    EXPECT_FALSE(redraws([&] { pane.layer().setActive(true); }));
+    EXPECT_TRUE(redraws([&] { mouse.key(Qt::Key_Delete); })) << "without a figure";
+    EXPECT_TRUE(redraws([&] { pane.split().resize(390, 300); }));
+    EXPECT_TRUE(redraws([&] { pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0); }));
+    EXPECT_TRUE(redraws([&] { pane.view().removeRangeStatisticsGraph(); }));
     const auto picture = [&pane](double ratio) { return pane.layer().contents({40, 30}, ratio); };
     const auto before = picture(1.0).cacheKey();
     EXPECT_EQ(picture(1.0).cacheKey(), before);
