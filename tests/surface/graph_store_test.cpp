@@ -199,10 +199,8 @@ TEST_F(GraphStore, WhatALoadLeavesInThePane)
     QZPaintControl::sharedManager().setHidden(true);
     panes.arm(QZSTRay);
     panes.layer(1).setCurrentGraph(nullptr);
-    panes.paint();
     panes.view(1).loadDB(stock, day, pane);
     QZPaintControl::sharedManager().setHidden(false);
-    EXPECT_TRUE(panes.layer(1).needsDisplay());
     EXPECT_EQ(panes.state(), "Ray placing | LineSegment 0,0 0,0 hidden Ray placing | strip 26 painting")
         << "armed in the first pane, armed here";
 
@@ -212,7 +210,9 @@ TEST_F(GraphStore, WhatALoadLeavesInThePane)
     QZGlobalEnv::getShareInstance().setGlobalContext(flag, flag, true);
     panes.view(1).loadDB(QStringLiteral("nothing"), day, pane);
     EXPECT_TRUE(TestPane::isPaintEditing());
+    panes.paint();
     panes.view(1).loadDB(stock, day, pane);
+    EXPECT_TRUE(panes.layer(1).needsDisplay());
     EXPECT_FALSE(TestPane::isPaintEditing()) << "a loaded figure is not being painted";
     EXPECT_EQ(panes.current(1), nullptr);
 }

@@ -67,6 +67,11 @@ TEST(ManagerView, ShowsTheRangeBandInOnePaneAtATime)
     pane.click({192, 292}); // its close button
     host = {};
     show(0, 20);
+    Gesture mouse(pane);
+    mouse.press({150, 50}).move({151, 50});
+    pane.view().removeRangeStatisticsGraph(); // in the middle of a drag
+    mouse.release({151, 50});
+    show(0, 20);
     EXPECT_EQ(pane.state(), "active mouse OpenHand Horizon 300,100 ToolRangeStatistics 100,0 200,0 | |")
         << "as any other";
     EXPECT_EQ(pane.click({300, 100}).state(),
