@@ -42,6 +42,8 @@ protected:
         log_.lines.clear();
     }
 
+    /// What was logged since it was last asked.
+    std::string log() { return std::exchange(log_.lines, {}).join(u'\n').toStdString(); }
     static QString file() { return QZFrameComFun::getUserAccountFilePath(databaseFileName, true); }
     static std::shared_ptr<QZGraphDatabase> otherConnection()
     {
@@ -61,31 +63,26 @@ protected:
         return values.join(u',').toStdString();
     }
 
-    /// A finished figure; its width tells it from others.
-    static std::shared_ptr<QZPaintGraph> figure(const QZPaintManagerView& view, std::int64_t type = QZSTLineSegment,
-                                                std::uint64_t width = 1)
+    /// Adds a finished figure; its width tells it from others.
+    static QZPaintGraph& add(QZPaintManagerView& view, std::uint64_t width = 1, std::int64_t type = QZSTLineSegment)
     {
-        auto graph = createPaintTool(type);
+        const auto graph = createPaintTool(type);
         graph->setLayer(view.paintLayer());
         graph->setEditing(false);
         graph->setLineWidth(width);
         std::vector<QZPaintLogicAxis> axises;
-        axises.reserve(graph->points().size());
-        for (int i = 0; i < static_cast<int>(graph->points().size()); ++i)
+        for (int i = 0; i < graph->maxPointCount(); ++i)
             axises.push_back({TestChart::firstDate + 5 + 3 * i, 93000 + i, 50.25 + 20.5 * i});
-        graph->setLogicAxises(axises);
-        return graph;
-    }
-    static void add(QZPaintManagerView& view, std::shared_ptr<QZPaintGraph> graph)
-    {
-        view.paintLayer()->graphs().add(std::move(graph));
+        graph->setLogicAxises(std::move(axises));
+        view.paintLayer()->graphs().add(graph);
+        return *graph;
     }
     /// Loads the group, adds figures of these widths and saves it again.
     static void store(QZPaintManagerView& view, const QString& code, std::initializer_list<std::uint64_t> widths)
     {
         view.loadDB(code, day, pane);
         for (const std::uint64_t width : widths)
-            add(view, figure(view, QZSTLineSegment, width));
+            add(view, width);
         view.saveDB(code, day, pane);
     }
     static std::vector<std::shared_ptr<QZPaintGraph>> graphs(const QZPaintManagerView& view)

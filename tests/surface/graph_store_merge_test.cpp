@@ -33,7 +33,6 @@ protected:
     {
         view.paintLayer()->graphs().remove(withWidth(view, width).get());
     }
-    static void addOne(TestView& view, std::uint64_t width) { add(view, figure(view, QZSTLineSegment, width)); }
 
     TestView ours;
     TestView theirs;
@@ -52,9 +51,9 @@ TEST_F(Merge, TheirsAndOursMinusWhatEitherDeleted)
     const auto nothing = [](TestView&) {};
     for (const Row& row : std::initializer_list<Row>{
              {"nothing", nothing, nothing, "1,2,3"},
-             {"they add", nothing, [](TestView& v) { addOne(v, 5); }, "1,2,3,5"},
-             {"both add", [](TestView& v) { addOne(v, 4); }, [](TestView& v) { addOne(v, 5); }, "1,2,3,5,4"},
-             {"both add alike", [](TestView& v) { addOne(v, 4); }, [](TestView& v) { addOne(v, 4); }, "1,2,3,4,4"},
+             {"they add", nothing, [](TestView& v) { add(v, 5); }, "1,2,3,5"},
+             {"both add", [](TestView& v) { add(v, 4); }, [](TestView& v) { add(v, 5); }, "1,2,3,5,4"},
+             {"both add alike", [](TestView& v) { add(v, 4); }, [](TestView& v) { add(v, 4); }, "1,2,3,4,4"},
              {"each deletes", [](TestView& v) { erase(v, 1); }, [](TestView& v) { erase(v, 3); }, "2"},
              {"both delete", [](TestView& v) { erase(v, 2); }, [](TestView& v) { erase(v, 2); }, "1,3"},
              {"each changes", [](TestView& v) { withWidth(v, 1)->setLineWidth(6); },
@@ -103,8 +102,7 @@ TEST_F(Merge, ChangesGoToAndFro)
         EXPECT_TRUE(ours.storeDB());
         EXPECT_EQ(stored("lineWidth"), "3," + std::to_string(width));
     }
-    add(ours, figure(ours, QZSTToolText));
-    graphs(ours).back()->setText(QStringLiteral("a note"));
+    add(ours, 1, QZSTToolText).setText(QStringLiteral("a note"));
     EXPECT_TRUE(ours.storeDB());
     graphs(ours).back()->setText(QStringLiteral("another"));
     graphs(ours).back()->setStrokeColor(Qt::red);

@@ -1,11 +1,8 @@
 #include "model/QZPaintDefaults.h"
-#include "model/QZPaintNotifications.h"
 #include "platform/QZGetFixData.h"
 #include "platform/QZHostNotifications.h"
+#include "support/Spies.h"
 #include "support/widgets/Gesture.h"
-#include "surface/QZPaintActiveManager.h"
-#include "surface/QZPaintManagerView.h"
-#include "surface/QZPaintOverlay.h"
 #include "tools/QZPaintRangeStatistics.h"
 
 #include <gtest/gtest.h>
@@ -15,12 +12,11 @@ TEST(ManagerView, RedrawsOnAThemeUntilItIsTakenOut)
     TestPane pane({.panes = 2});
     const auto layer = pane.view(1).paintLayer();
     const auto style = QZUIOverallStyleDidChangeNotification;
+    pane.draw(QZSTHorizon, {{100, 100}}, 1);
     pane.paint();
     QZNotificationCenter::defaultCenter().post(style);
     EXPECT_TRUE(layer->needsDisplay());
 
-    pane.draw(QZSTHorizon, {{100, 100}}, 1);
-    pane.paint();
     const std::unique_ptr<TestView> view(&pane.view(1));
     view->removeFromSuperview();
     layer->contents(view->size(), 1.0);
@@ -38,38 +34,50 @@ TEST(ManagerView, ShowsTheRangeBandInOnePaneAtATime)
 {
     TestPane pane({.panes = 2});
     const auto band = QZPaintRangeStatistics::sharedGraph();
-    pane.view(0).displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
-    pane.view(0).displayRangeStatisticsGraphFromDate(20240010, 0, 20240030, 0);
-    EXPECT_EQ(pane.layer(0).graphs().count(), 1U);
-    EXPECT_EQ(band->points(), (std::vector<QZPoint>{{100, 0}, {300, 0}}));
-    pane.view(1).displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
+    const auto show = [&pane](int i, int lastDay) {
+        pane.view(i).displayRangeStatisticsGraphFromDate(20240010, 0, 20240000 + lastDay, 0);
+    };
+    show(0, 20);
+    show(0, 30);
+    EXPECT_EQ(pane.state(), "ToolRangeStatistics 100,0 300,0 | |");
+    show(1, 20);
     EXPECT_EQ(band->layer(), pane.view(1).paintLayer());
-    EXPECT_TRUE(pane.layer(0).graphs().contains(band.get())) << "until it is removed there";
+    EXPECT_EQ(pane.state(), "ToolRangeStatistics 100,0 200,0 | ToolRangeStatistics 100,0 200,0 |")
+        << "in the first until it is removed there";
     pane.view(0).removeRangeStatisticsGraph();
-    EXPECT_FALSE(pane.layer(0).graphs().contains(band.get()));
-    EXPECT_TRUE(pane.layer(1).graphs().contains(band.get()));
+    EXPECT_EQ(pane.state(), "| ToolRangeStatistics 100,0 200,0 |");
     EXPECT_EQ(band->layer(), nullptr);
     pane.view(1).removeRangeStatisticsGraph();
-    EXPECT_EQ(pane.layer(1).graphs().count(), 0U);
-}
 
-TEST(ManagerView, ABandThatIsClosedIsNoLongerTheCurrentFigure)
-{
-    TestPane pane;
-    const auto band = QZPaintRangeStatistics::sharedGraph();
-    pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
+    pane.draw(QZSTHorizon, {{300, 100}});
+    show(0, 20);
+    EXPECT_EQ(pane.click({150, 50}).state(), "active mouse Horizon 300,100 ToolRangeStatistics 100,0 200,0 current | |")
+        << "without a strip: the band has no style";
+    const NotificationSpy told(QZRangeStatisticsTimeChangedNotification);
+    EXPECT_EQ(Gesture(pane).key(Qt::Key_Delete).state(),
+              "active mouse Horizon 300,100 ToolRangeStatistics 100,0 200,0 | |")
+        << "it is the host's";
+    ASSERT_EQ(told.posts.size(), 1U);
+    EXPECT_EQ(told.posts[0].object, &pane.layer());
+    EXPECT_EQ(told.posts[0].userInfo, (QVariantMap{{QZRangeStatistics::timeTypeKey, 5U}}));
     pane.click({150, 50});
-    ASSERT_EQ(pane.current(), band);
-    const auto host = QZNotificationCenter::defaultCenter().observe(
+    auto host = QZNotificationCenter::defaultCenter().observe(
         QZRangeStatisticsTimeChangedNotification,
         [&pane](const QZNotification&) { pane.view().removeRangeStatisticsGraph(); });
     pane.click({192, 292}); // its close button
-    EXPECT_EQ(pane.current(), nullptr);
-    pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
-    EXPECT_FALSE(band->isSelected()) << "and comes back as any other";
-    const auto graph = pane.draw(QZSTHorizon, {{300, 100}});
+    host = {};
+    show(0, 20);
+    Gesture mouse(pane);
+    mouse.press({150, 50}).move({151, 50});
+    pane.view().removeRangeStatisticsGraph(); // in the middle of a drag
+    mouse.release({151, 50});
+    show(0, 20);
+    EXPECT_EQ(pane.state(), "active mouse OpenHand Horizon 300,100 ToolRangeStatistics 100,0 200,0 | |")
+        << "as any other";
+    EXPECT_EQ(pane.click({300, 100}).state(),
+              "active mouse Horizon 300,100 current ToolRangeStatistics 100,0 200,0 | | strip 90");
     pane.view().removeRangeStatisticsGraph();
-    EXPECT_EQ(pane.current(), graph) << "another figure stays";
+    EXPECT_EQ(pane.state(), "active mouse Horizon 300,100 current | | strip 90") << "another figure stays";
 }
 
 TEST(ManagerView, ABareOneIsNeutral)
@@ -82,53 +90,35 @@ TEST(ManagerView, ABareOneIsNeutral)
     EXPECT_EQ(view.enableTypes(), 0x3ffffffffff);
     EXPECT_EQ(view.convertFromPoint({10, 20}).value().description(), QZPaintLogicAxis{}.description());
     EXPECT_EQ(view.convertFromLogicAxis({20240010, 0, 5.0}), QZPoint{});
-    EXPECT_EQ(view.convertToPrecisionPoint({10, 20}), QZPoint{});
-    EXPECT_TRUE(view.canBeDraggedToLeft({1, 2}));
-    EXPECT_TRUE(view.canBeDraggedToRight({1, 2}));
+    EXPECT_TRUE(view.canBeDraggedToLeft({1, 2}) && view.canBeDraggedToRight({1, 2}));
     EXPECT_EQ(view.convertXForMagnet(12.5, true), 12.5);
+    EXPECT_EQ(view.convertPointForMagnet({10, 20}, 0), (QZPoint{10, 20}));
     EXPECT_EQ(view.getXPointWithLocation(12.0F, 1), 3.4028234663852886e38);
     QZRegressionCalcData regression{};
     QZBoxLineCalcData box{};
     EXPECT_FALSE(view.calcRegressionData(regression) || view.calcBoxLineData(box));
     const auto range = view.infomationForRetangle({1, 2}, {3, 4}, 5).value();
-    EXPECT_EQ(range.count, 0);
-    EXPECT_EQ(range.varyScope, 0.0F);
-    EXPECT_EQ(range.varyPrice, QStringLiteral("0.0"));
-    EXPECT_EQ(range.identify, QStringLiteral("Unknow"));
-    EXPECT_EQ(view.convertPointForMagnet({10, 20}, 0), (QZPoint{10, 20}));
+    EXPECT_EQ(std::tuple(range.count, range.varyScope, range.varyPrice, range.identify),
+              std::tuple(0, 0.0F, QStringLiteral("0.0"), QStringLiteral("Unknow")));
     EXPECT_FALSE(view.isDragging());
     const auto layer = view.paintLayer();
     bare.reset();
     EXPECT_EQ(layer->managerView(), nullptr);
 }
 
-TEST(ManagerView, TellsItsClassToQt)
-{
-    TestPane pane({.panes = 2});
-    EXPECT_EQ(pane.split().findChildren<QZPaintManagerView*>().size(), 2) << "no divider, no overlay among them";
-    EXPECT_EQ(pane.split().findChildren<QZPaintOverlay*>().size(), 2);
-    QObject* handle = pane.split().handle(1);
-    EXPECT_EQ(qobject_cast<QZPaintManagerView*>(handle), nullptr);
-    EXPECT_EQ(qobject_cast<QZPaintSplitView*>(static_cast<QObject*>(&pane.view())), nullptr);
-    EXPECT_EQ(qobject_cast<QZPaintSplitView*>(static_cast<QObject*>(&pane.split())), &pane.split());
-}
-
 TEST(ManagerView, WhatTheHostChoseStaysWhenASplitViewIsMade)
 {
-    class Magnet : public QZPaintDefaults {
-        bool isMagnet() const override { return true; }
-    };
-    {
-        const Magnet magnet;
-        QZPaintDefaults::setCurrent(&magnet);
-        setFixDataFormatter([](double value, int option) { return QString::number(value + option); });
-        const TestPane pane;
-        EXPECT_EQ(&QZPaintDefaults::current(), &magnet);
-        EXPECT_EQ(QZGetFixData(2.5e6, 3), QStringLiteral("2.5e+06"));
-        EXPECT_TRUE(setFixDataFormatter({}));
-    }
-    EXPECT_FALSE(QZPaintDefaults::current().isMagnet());
+    auto own = std::make_unique<QZPaintDefaults>();
+    QZPaintDefaults::setCurrent(own.get());
+    setFixDataFormatter([](double value, int option) { return QString::number(value + option); });
+    const TestPane pane;
+    EXPECT_EQ(&QZPaintDefaults::current(), own.get());
+    EXPECT_EQ(QZGetFixData(2.5e6, 3), QStringLiteral("2.5e+06"));
+    EXPECT_TRUE(setFixDataFormatter({}));
     EXPECT_EQ(QZGetFixData(2.5e6, 3), QStringLiteral("250.000万"));
+    const void* gone = own.get();
+    own.reset();
+    EXPECT_NE(&QZPaintDefaults::current(), gone);
 }
 
 TEST(Overlay, ShowsFiguresAboveTheChartWithinTheValidArea)
@@ -148,10 +138,7 @@ TEST(Overlay, ShowsFiguresAboveTheChartWithinTheValidArea)
 
     const QImage picture = pane.paint();
     const auto at = [&picture](int x, int y) { return picture.pixelColor(x, 300 - y); };
-    EXPECT_EQ(at(300, 100), QColor(Qt::blue));
-    EXPECT_EQ(at(49, 100), QColor(Qt::yellow)) << "cut at the valid area";
     EXPECT_EQ(at(50, 100), QColor(Qt::blue));
-    EXPECT_TRUE(graph->isSelected());
-    EXPECT_EQ(at(100, 100), QColor(Qt::yellow)) << "the handle is hollow down to the chart, not through it";
-    EXPECT_EQ(at(300, 110), QColor(Qt::yellow));
+    for (const QPoint aside : {QPoint(49, 100), QPoint(100, 100), QPoint(300, 110)}) // beyond the valid area, a handle
+        EXPECT_EQ(at(aside.x(), aside.y()), QColor(Qt::yellow)) << aside.x() << ',' << aside.y();
 }

@@ -27,10 +27,8 @@ TEST_F(Options, QuotesInTextsAndKeys)
         TestView view;
         const QString code = QStringLiteral("O'Neil, ''%1'' or 1=1 --").arg(binds);
         view.loadDB(code, day, pane);
-        for (const char16_t* text : {u"first", u"it's", u"last"}) {
-            add(view, figure(view, QZSTToolText));
-            graphs(view).back()->setText(QString::fromUtf16(text));
-        }
+        for (const char16_t* text : {u"first", u"it's", u"last"})
+            add(view, 1, QZSTToolText).setText(QString::fromUtf16(text));
         view.saveDB(code, day, pane);
         TestView other;
         other.loadDB(code, day, pane);
@@ -73,7 +71,7 @@ TEST_F(Options, ALoadThatFailed)
         view.saveDB(stock, day, pane);
         EXPECT_EQ(stored("lineWidth"), bars ? "1,2" : "");
         view.loadDB(stock, day, pane);
-        add(view, figure(view));
+        add(view);
         view.saveDB(stock, day, pane);
         EXPECT_EQ(stored("lineWidth"), bars ? "1,2,1" : "1");
 

@@ -1,25 +1,14 @@
 #include "model/QZPaintNotifications.h"
 #include "panels/QZPaintControl.h"
 #include "panels/QZPaintGraphConfigWC.h"
-#include "platform/QZGlobalEnv.h"
 #include "support/RecordingContext.h"
 #include "support/Spies.h"
 #include "support/widgets/Gesture.h"
 #include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintLayer.h"
-#include "tools/QZPaintRangeStatistics.h"
 #include "tools/QZPaintToolTable.h"
 
 #include <gtest/gtest.h>
-
-namespace {
-
-bool isPaintEditing()
-{
-    return QZGlobalEnv::getShareInstance().globalContext(QZContextIsPaintEditing, QZContextIsPaintEditing).toBool();
-}
-
-} // namespace
 
 TEST(PaintLayer, AClickTakesTheNearestFigureWithinTheRadius)
 {
@@ -28,63 +17,32 @@ TEST(PaintLayer, AClickTakesTheNearestFigureWithinTheRadius)
     const auto high = pane.draw(QZSTHorizon, {{100, 112}});
     EXPECT_EQ(pane.graphAt({200, 105.9}), low);
     EXPECT_EQ(pane.graphAt({200, 106.1}), high);
-    pane.click({300, 103});
-    EXPECT_EQ(pane.current(), low);
-    EXPECT_TRUE(low->isSelected());
-    EXPECT_FALSE(high->isSelected());
-    pane.click({300, 106});
-    EXPECT_EQ(pane.current(), nullptr) << "on the radius of both is near neither";
-    EXPECT_FALSE(low->isSelected());
+    EXPECT_EQ(pane.click({300, 103}).state(), "active mouse Horizon 100,100 current Horizon 100,112 | strip 90");
+    EXPECT_EQ(pane.click({300, 106}).state(), "active mouse Horizon 100,100 Horizon 100,112 |")
+        << "on the radius of both is near neither";
     pane.draw(QZSTHorizon, {{100, 104}});
     EXPECT_EQ(pane.graphAt({200, 102}), low) << "of equally near ones the first";
 }
 
 TEST(PaintLayer, Keys)
 {
-    struct Row {
-        const char* name;
-        std::vector<QZPoint> clicks;
-        Qt::Key key;
-        std::size_t left;
-        bool ends;
-    };
-    const std::vector<QZPoint> first{{100, 100}};
-    const std::vector<QZPoint> both{{100, 100}, {200, 150}};
-    for (const Row& row :
-         {Row{"Escape in creation", first, Qt::Key_Escape, 0, true},
-          Row{"Escape on a finished one", both, Qt::Key_Escape, 1, false},
-          Row{"Delete in creation", first, Qt::Key_Delete, 0, true}, Row{"Delete", both, Qt::Key_Delete, 0, true},
-          Row{"Backspace", both, Qt::Key_Backspace, 0, true}, Row{"another key", both, Qt::Key_A, 1, false}}) {
-        SCOPED_TRACE(row.name);
-        TestPane pane;
-        const auto graph = pane.draw(QZSTLineSegment, row.clicks);
-        const NotificationSpy finished(QZPaintGraphFinishedEditingNotification);
-        Gesture(pane).key(row.key);
-        EXPECT_EQ(pane.layer().graphs().count(), row.left);
-        EXPECT_EQ(pane.current() == nullptr, row.ends);
-        EXPECT_EQ(finished.posts.size(), row.ends ? 1U : 0U);
-        EXPECT_NE(graph->isSelected(), row.ends);
-        EXPECT_FALSE(graph->isEditing());
-        EXPECT_FALSE(isPaintEditing());
-    }
-}
-
-TEST(PaintLayer, DeleteLeavesTheRangeBandToTheHost)
-{
     TestPane pane;
-    const auto band = QZPaintRangeStatistics::sharedGraph();
-    pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
-    pane.click({150, 50});
-    ASSERT_EQ(pane.current(), band);
-    const NotificationSpy spy(QZRangeStatisticsTimeChangedNotification);
-    Gesture(pane).key(Qt::Key_Delete);
-    ASSERT_EQ(spy.posts.size(), 1U);
-    EXPECT_EQ(spy.posts[0].object, &pane.layer());
-    EXPECT_EQ(spy.posts[0].userInfo, (QVariantMap{{QZRangeStatistics::timeTypeKey, 5U}}));
-    EXPECT_TRUE(pane.layer().graphs().contains(band.get()));
-    EXPECT_EQ(pane.current(), nullptr);
-    EXPECT_FALSE(band->isSelected());
-    pane.view().removeRangeStatisticsGraph();
+    Gesture mouse(pane);
+    const std::vector<QZPoint> one{{100, 100}}, both{{100, 100}, {200, 150}};
+    const auto graph = pane.draw(QZSTRay, one);
+    const NotificationSpy finished(QZPaintGraphFinishedEditingNotification);
+    EXPECT_EQ(mouse.key(Qt::Key_Escape).state(), "active mouse |");
+    EXPECT_FALSE(graph->isEditing() || graph->isSelected());
+    pane.draw(QZSTRay, one);
+    EXPECT_EQ(mouse.key(Qt::Key_Delete).state(), "active mouse |");
+    EXPECT_EQ(finished.posts.size(), 2U);
+    pane.draw(QZSTRay, both);
+    EXPECT_EQ(finished.posts.size(), 3U);
+    EXPECT_EQ(mouse.key(Qt::Key_Escape).key(Qt::Key_A).state(), "active mouse Ray 100,100 200,150 current | strip 90");
+    EXPECT_EQ(mouse.key(Qt::Key_Delete).state(), "active mouse |");
+    EXPECT_EQ(finished.posts.size(), 4U);
+    pane.draw(QZSTRay, both);
+    EXPECT_EQ(mouse.key(Qt::Key_Backspace).state(), "active mouse |");
 }
 
 TEST(PaintLayer, WhatIsMeasuredFollowsTheChartBeforeItsFrame)
@@ -129,38 +87,30 @@ TEST(PaintLayer, OnlyTheLatest300FiguresAreDrawn)
 {
     TestPane pane;
     for (int i = 0; i <= 300; ++i) {
-        auto graph = createPaintTool(QZSTLineSegment);
-        graph->setLayer(pane.view().paintLayer());
-        graph->mouseDown({10.0 * (i % 30), i + 0.5});
-        graph->mouseDown({300, i + 0.5});
+        const auto graph = pane.layer().allocGraphWithType(QZSTHorizon);
+        graph->mouseDown({100, i + 0.5});
         pane.layer().graphs().add(graph);
     }
     RecordingContext context;
     pane.layer().drawInContext(context);
     EXPECT_EQ(context.count("segment"), 300);
-    EXPECT_TRUE(context.lines.front().starts_with("segment 10,1.5-300,1.5")) << context.lines.front();
+    EXPECT_TRUE(context.lines.front().starts_with("segment 0,1.5-400,1.5")) << context.lines.front();
     EXPECT_EQ(pane.layer().graphs().count(), 301U);
 }
 
 TEST(PaintLayer, FinishingInOnePaneEndsWhatOthersWereDoing)
 {
     TestPane pane({.panes = 2});
-    pane.arm(QZSTLineSegment);
-    const auto upper = pane.current(0);
-    pane.click({100, 100}, 0);
-    EXPECT_EQ(upper->currentPoint(), 1);
-    pane.click({100, 100}, 1);
-    EXPECT_EQ(upper->currentPoint(), 0) << "starts over";
-    EXPECT_TRUE(upper->isEditing());
-    pane.click({200, 150}, 1);
-    EXPECT_EQ(pane.current(0), nullptr);
-    EXPECT_EQ(pane.layer(0).graphs().count(), 0U);
-    EXPECT_EQ(pane.layer(1).graphs().count(), 1U);
-
+    pane.arm(QZSTRay);
+    EXPECT_EQ(pane.click({100, 100}, 0).state(), "active mouse Ray 100,100 placing | Ray placing | strip 26 painting");
+    EXPECT_EQ(pane.click({100, 100}, 1).state(), "Ray placing | active mouse Ray 100,100 placing | strip 26 painting")
+        << "the other starts over";
+    EXPECT_EQ(pane.click({200, 150}, 1).state(), "| active mouse Ray 100,100 200,150 current | strip 90");
     pane.draw(QZSTHorizon, {{100, 50}}, 0);
-    pane.click({150, 125}, 1);
-    EXPECT_EQ(pane.current(0), nullptr) << "a selection in one pane only";
-    EXPECT_TRUE(pane.current(1)->isSelected());
+    EXPECT_EQ(pane.click({150, 125}, 1).state(), "Horizon 100,50 | active mouse Ray 100,100 200,150 current | strip 90")
+        << "a selection in one pane only";
+
+    EXPECT_EQ(pane.layer(1).allocGraphWithType(QZSTToolRangeStatistics), nullptr);
 }
 
 TEST(PaintLayer, RedrawsOnlyWhenSomethingChanged)
@@ -168,46 +118,31 @@ TEST(PaintLayer, RedrawsOnlyWhenSomethingChanged)
     TestPane pane;
     pane.draw(QZSTLineSegment, {{100, 100}, {200, 150}});
     pane.split().setUpdatesEnabled(false); // the test paints
-    const auto paint = [&pane] { pane.layer().contents(pane.view().size(), 1.0); };
     Gesture mouse(pane);
     mouse.move({10, 10});
-    const auto over = [&mouse](double x, double y) { return [&mouse, x, y] { mouse.move({x, y}); }; };
-    const auto valid = [&pane](double width) {
-        return [&pane, width] { pane.view().setValidateRect({0, 0, width, 300}); };
-    };
-    struct Row {
-        const char* name;
-        std::function<void()> action;
-        bool redraws;
-    };
-    const QZPoint middle{150, 125}, aside{160, 125};
-    const std::vector<Row> rows{
-        {"over nothing", over(300, 50), false},
-        {"over the figure", over(150, 125), false},
-        {"over a handle", over(200, 150), false},
-        {"still inside", [&] { pane.layer().setMouseInside(true); }, false},
-        {"no longer inside", [&] { pane.layer().setMouseInside(false); }, true},
-        {"drag", [&] { mouse.drag(middle, aside); }, true},
-        {"same valid area", valid(400), false},
-        {"another valid area", valid(300), true},
-        {"a tool is armed", [&] { pane.arm(QZSTRay); }, true},
-        {"its first point follows the mouse", over(50, 60), true},
-        {"another pane finishes a figure",
-         [] { QZNotificationCenter::defaultCenter().post(QZPaintGraphFinishedEditingNotification); }, true},
-        {"deactivation", [&] { pane.layer().setActive(false); }, true},
-        {"not active already", [&] { pane.layer().setActive(false); }, false},
-        {"activation", [&] { pane.layer().setActive(true); }, false},
-        {"Delete without a figure", [&] { mouse.key(Qt::Key_Delete); }, true},
-        {"another size", [&] { pane.split().resize(390, 300); }, true},
-        {"the band", [&] { pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0); }, true},
-        {"no band", [&] { pane.view().removeRangeStatisticsGraph(); }, true},
-    };
-    for (const Row& row : rows) {
-        paint();
+    const auto redraws = [&pane](auto act) {
+        pane.layer().contents(pane.view().size(), 1.0);
         EXPECT_FALSE(pane.layer().needsDisplay());
-        row.action();
-        EXPECT_EQ(pane.layer().needsDisplay(), row.redraws) << row.name;
-    }
+        act();
+        return pane.layer().needsDisplay();
+    };
+    const auto told = [] { QZNotificationCenter::defaultCenter().post(QZPaintGraphFinishedEditingNotification); };
+    EXPECT_FALSE(redraws([&] { mouse.move({150, 125}).move({200, 150}); })) << "over the figure and its handle";
+    EXPECT_FALSE(redraws([&] { pane.layer().setMouseInside(true); })) << "still inside";
+    EXPECT_TRUE(redraws([&] { pane.layer().setMouseInside(false); }));
+    EXPECT_TRUE(redraws([&] { mouse.drag({150, 125}, {160, 125}); }));
+    EXPECT_FALSE(redraws([&] { pane.view().setValidateRect({0, 0, 400, 300}); })) << "the same";
+    EXPECT_TRUE(redraws([&] { pane.view().setValidateRect({0, 0, 300, 300}); }));
+    EXPECT_TRUE(redraws([&] { pane.arm(QZSTRay); }));
+    EXPECT_TRUE(redraws([&] { mouse.move({50, 60}); })) << "the first point follows the mouse";
+    EXPECT_TRUE(redraws(told)) << "another pane finishes a figure";
+    EXPECT_TRUE(redraws([&] { pane.layer().setActive(false); }));
+    EXPECT_FALSE(redraws([&] { pane.layer().setActive(false); })) << "not active already";
+    EXPECT_FALSE(redraws([&] { pane.layer().setActive(true); }));
+    EXPECT_TRUE(redraws([&] { mouse.key(Qt::Key_Delete); })) << "without a figure";
+    EXPECT_TRUE(redraws([&] { pane.split().resize(390, 300); }));
+    EXPECT_TRUE(redraws([&] { pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0); }));
+    EXPECT_TRUE(redraws([&] { pane.view().removeRangeStatisticsGraph(); }));
     const auto picture = [&pane](double ratio) { return pane.layer().contents({40, 30}, ratio); };
     const auto before = picture(1.0).cacheKey();
     EXPECT_EQ(picture(1.0).cacheKey(), before);
@@ -215,45 +150,13 @@ TEST(PaintLayer, RedrawsOnlyWhenSomethingChanged)
     EXPECT_EQ(pane.layer().contents({80, 60}, 1.0).devicePixelRatio(), 1.0);
 }
 
-TEST(PaintLayer, MakesOnlyWhatThePaneAccepts)
-{
-    TestPane pane({.panes = 2});
-    pane.view(0).types = QZSTRay;
-    pane.arm(QZSTHorizon);
-    EXPECT_EQ(pane.current(0), nullptr);
-    EXPECT_NE(pane.current(1), nullptr);
-    EXPECT_EQ(pane.layer(1).allocGraphWithType(QZSTToolRangeStatistics), nullptr);
-    EXPECT_TRUE(isPaintEditing());
-    pane.layer(1).cancelCurrentGraph();
-    EXPECT_FALSE(isPaintEditing());
-}
-
-TEST(PaintLayer, TheStripComesAndGoesWithTheCurrentFigure)
-{
-    TestPane pane;
-    const QZPaintGraphConfigWC& strip = QZPaintGraphConfigWC::sharedWC();
-    const QZPanelWindow& window = QZPaintGraphConfigWC::sharedWC().window();
-    pane.draw(QZSTHorizon, {{100, 100}});
-    EXPECT_EQ(strip.enabledConfigs(), 90U) << "finished: may be deleted";
-    pane.click({300, 200});
-    EXPECT_FALSE(window.isVisible());
-    pane.click({300, 100});
-    EXPECT_TRUE(window.isVisible());
-    pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
-    pane.click({150, 50});
-    EXPECT_FALSE(window.isVisible()) << "the band has no style";
-    pane.view().removeRangeStatisticsGraph();
-    pane.layer().setCurrentGraph(pane.layer().allocGraphWithType(QZSTRay));
-    EXPECT_EQ(strip.enabledConfigs(), 26U) << "in creation";
-}
-
 TEST(PaintLayer, OutsideASplitViewTheStripStillShowsTheCurrentFigure)
 {
     TestView view;
     QZPaintLayer& layer = *view.paintLayer();
     layer.setActive(true);
-    layer.setCurrentGraph(layer.allocGraphWithType(QZSTHorizon));
-    const auto graph = layer.currentGraph();
+    const auto graph = layer.allocGraphWithType(QZSTHorizon);
+    layer.setCurrentGraph(graph);
     layer.mouseDown({100, 100});
     QZPaintActiveManager::sharedManager().setCurrentActiveLayer(nullptr);
     graph->setStrokeColor(Qt::red);
@@ -264,45 +167,35 @@ TEST(PaintLayer, OutsideASplitViewTheStripStillShowsTheCurrentFigure)
     layer.setActive(true);
     layer.mouseDown({300, 100});
     const QZPaintGraphConfigWC& strip = QZPaintGraphConfigWC::sharedWC();
-    EXPECT_EQ(layer.currentGraph(), graph);
-    EXPECT_EQ(strip.strokeColor(), QColor(Qt::red));
-    EXPECT_EQ(strip.fillColor(), QColor(Qt::white)) << "never the figure's own";
-    EXPECT_EQ(strip.lineType(), 2U);
-    EXPECT_EQ(strip.lineWidth(), 3.0);
-    EXPECT_TRUE(strip.isLocked());
-    EXPECT_EQ(strip.enabledConfigs(), 90U);
-    EXPECT_FALSE(graph->isSelected()) << "it is no split view's active pane";
-    EXPECT_EQ(QZPaintActiveManager::sharedManager().currentActiveLayer(), nullptr);
-    EXPECT_FALSE(layer.closeConfigWindows());
+    EXPECT_EQ(std::tuple(strip.strokeColor(), strip.fillColor(), strip.lineType(), strip.lineWidth(), strip.isLocked(),
+                         strip.enabledConfigs()),
+              std::tuple(QColor(Qt::red), QColor(Qt::white), 2U, 3.0, true, 90U))
+        << "the fill is never the figure's own";
+    EXPECT_TRUE(layer.currentGraph() == graph && !graph->isSelected()) << "it is no split view's active pane";
+    EXPECT_FALSE(QZPaintActiveManager::sharedManager().currentActiveLayer() || layer.closeConfigWindows());
 }
 
 TEST(PaintLayer, ActivationHidesTheStripUnlessItIsOfUse)
 {
-    struct Row {
-        const char* name;
-        QZShapeType chosen;
-        std::int64_t accepted;
-        bool isArmed;
-        bool hides;
-    };
-    for (const Row& row : {Row{"no tool", QZShapeTypeNone, 0, false, true},
-                           Row{"a tool that the pane takes", QZSTRay, QZSTRay | QZSTHorizon, false, true},
-                           Row{"a tool for other panes", QZSTRay, QZSTHorizon, false, false},
-                           Row{"a figure in creation", QZSTRay, QZSTRay, true, false}}) {
+    const auto staysOpen = [](QZShapeType chosen, std::int64_t accepted, bool isArmed) {
         TestPane pane;
         pane.draw(QZSTHorizon, {{100, 100}});
         pane.layer().setActive(false);
-        EXPECT_EQ(pane.current(), nullptr) << row.name;
+        EXPECT_EQ(pane.current(), nullptr);
         QZPaintControl& palette = QZPaintControl::sharedManager();
-        if (row.chosen != QZShapeTypeNone)
-            palette.window().findChild<QAbstractButton*>(strQZShapeType(row.chosen))->click();
-        pane.view().types = row.accepted;
-        if (row.isArmed)
-            pane.arm(row.chosen);
+        if (chosen != QZShapeTypeNone)
+            palette.window().findChild<QAbstractButton*>(strQZShapeType(chosen))->click();
+        pane.view().types = accepted;
+        if (isArmed)
+            pane.arm(chosen);
         QZPanelWindow& strip = QZPaintGraphConfigWC::sharedWC().window();
         strip.addToWindowOf(pane.view());
         pane.layer().setActive(true);
-        EXPECT_NE(strip.isVisible(), row.hides) << row.name;
         palette.resetAllButtons(true);
-    }
+        return strip.isVisible();
+    };
+    EXPECT_FALSE(staysOpen(QZShapeTypeNone, 0, false)) << "no tool";
+    EXPECT_FALSE(staysOpen(QZSTRay, QZSTRay | QZSTHorizon, false)) << "a tool that the pane takes";
+    EXPECT_TRUE(staysOpen(QZSTRay, QZSTHorizon, false)) << "a tool for other panes";
+    EXPECT_TRUE(staysOpen(QZSTRay, QZSTRay, true)) << "a figure in creation";
 }

@@ -24,12 +24,8 @@ protected:
     }
     void TearDown() override { palette.resetAllButtons(true); }
 
-    static void press(QWidget& panel, const QString& name)
-    {
-        QTest::mouseClick(panel.findChild<QAbstractButton*>(name), Qt::LeftButton);
-    }
+    static void press(QWidget& panel, const QString& name) { panel.findChild<QAbstractButton*>(name)->click(); }
     void pressPalette(QZShapeType type) { press(palette.window(), strQZShapeType(type)); }
-    std::size_t count() { return panes.layer(0).graphs().count() + panes.layer(1).graphs().count(); }
 
     TestPane panes{{.panes = 2}};
     QZPaintControl& palette = QZPaintControl::sharedManager();
@@ -39,8 +35,18 @@ protected:
 
 } // namespace
 
-TEST_F(SplitViewActions, DeleteAllAsksFirst)
+TEST_F(SplitViewActions, TheEyeServesEveryWindowAndDeleteAllAsksFirst)
 {
+    TestPane other; // a second window, which the palette does not even serve
+    other.draw(QZSTHorizon, {{100, 200}});
+    pressPalette(QZSTToolEye);
+    EXPECT_EQ(panes.state() + other.state(),
+              "Horizon 100,200 hidden | chosen mouse Horizon 100,200 hidden |active mouse Horizon 100,200 hidden |");
+    pressPalette(QZSTToolEye);
+    EXPECT_EQ(panes.state() + other.state(),
+              "Horizon 100,200 | chosen mouse Horizon 100,200 |active mouse Horizon 100,200 |");
+
+    panes.click({300, 200}, 1);
     int answer = 1000;
     QString asked;
     const auto previous = QZAlert::setRunner([&](const QZAlertRequest& request) {
@@ -50,45 +56,35 @@ TEST_F(SplitViewActions, DeleteAllAsksFirst)
     pressPalette(QZSTRay);
     pressPalette(QZSTToolDelete);
     EXPECT_EQ(asked, QStringLiteral("您要删除所有画线吗？取消/确定"));
-    EXPECT_EQ(count(), 2U);
-    EXPECT_TRUE(panes.current(0) && panes.current(1)) << "the tool stays armed";
+    EXPECT_EQ(panes.state(),
+              "Horizon 100,200 Ray placing | active mouse Horizon 100,200 Ray placing | strip 26 painting")
+        << "the tool stays armed";
     answer = 1001;
     pressPalette(QZSTToolDelete);
-    EXPECT_EQ(count(), 0U);
-    EXPECT_FALSE(panes.current(0) || panes.current(1));
+    EXPECT_EQ(panes.state(), "| active mouse |");
     EXPECT_EQ(palette.selectedType(), QZShapeTypeNone);
     QZAlert::setRunner(previous);
-}
-
-TEST_F(SplitViewActions, TheEyeHidesAndShowsEveryPaneOfEveryWindow)
-{
-    TestPane other; // a second window, which the palette does not even serve
-    const auto level = other.draw(QZSTHorizon, {{100, 200}});
-    for (const bool hidden : {true, false}) {
-        pressPalette(QZSTToolEye);
-        for (const auto& each : {levels[0], levels[1], level})
-            EXPECT_EQ(each->isHidden(), hidden);
-        EXPECT_FALSE(panes.current(1) || other.current());
-    }
 }
 
 TEST_F(SplitViewActions, AToolIsArmedWhereItIsAccepted)
 {
     const auto& button = *palette.window().findChild<QZPaintControlButton*>(strQZShapeType(QZSTHorizon));
     ASSERT_FALSE(button.images().front().isNull());
-    constexpr std::array types{QZSTHorizon, QZSTRay}; // what a pane accepts
-    for (const auto& [first, second] : {std::pair(0, 0), std::pair(0, 1), std::pair(1, 1)}) {
-        SCOPED_TRACE(std::to_string(first) + std::to_string(second));
-        panes.view(0).types = types[static_cast<std::size_t>(first)];
-        panes.view(1).types = types[static_cast<std::size_t>(second)];
+    const auto armed = [this, &button](QZShapeType first, QZShapeType second) {
+        panes.view(0).types = first;
+        panes.view(1).types = second;
         pressPalette(QZSTHorizon);
-        EXPECT_EQ(panes.current(0) && panes.current(0)->thumbnail() == button.images().front(), first == 0);
-        EXPECT_EQ(panes.current(1) && panes.current(1)->isEditing(), second == 0);
-        EXPECT_EQ(strip.enabledConfigs(), first == 0 ? 26U : 64U);
-        EXPECT_EQ(strip.window().isVisible(), first == 0);
-        EXPECT_EQ(TestPane::isPaintEditing(), first == 0);
+        EXPECT_TRUE(!panes.current(0) || panes.current(0)->thumbnail() == button.images().front());
+        const std::string state = panes.state();
+        EXPECT_TRUE(strip.window().isVisible() || strip.enabledConfigs() == 64U);
         palette.resetAllButtons(false);
-    }
+        return state;
+    };
+    EXPECT_EQ(armed(QZSTHorizon, QZSTHorizon),
+              "Horizon 100,200 Horizon placing | active mouse Horizon 100,200 Horizon placing | strip 26 painting");
+    EXPECT_EQ(armed(QZSTHorizon, QZSTRay),
+              "Horizon 100,200 Horizon placing | active mouse Horizon 100,200 | strip 26 painting");
+    EXPECT_EQ(armed(QZSTRay, QZSTRay), "Horizon 100,200 | active mouse Horizon 100,200 |");
 }
 
 TEST_F(SplitViewActions, TheChosenToolGoesAlongWithTheActiveWindow)
@@ -97,67 +93,59 @@ TEST_F(SplitViewActions, TheChosenToolGoesAlongWithTheActiveWindow)
     other->split().setEnablePaintControl(true);
     pressPalette(QZSTRay);
     other->split().resetPiantConfigDelegate();
-    EXPECT_FALSE(panes.current(0) || panes.current(1));
-    ASSERT_TRUE(other->current());
+    EXPECT_EQ(panes.state(), "Horizon 100,200 | active mouse Horizon 100,200 | strip 26 painting");
+    EXPECT_EQ(other->state(), "Ray placing | strip 26 painting");
     EXPECT_FALSE(other->current()->thumbnail().isNull());
     EXPECT_EQ(strip.window().chartWindow(), &other->split());
     EXPECT_EQ(strip.delegate(), &other->split());
-    for (const bool isAgain : {false, true}) {
+    for (const char* state : {"active mouse Ray 100,100 200,150 current | strip 90",
+                              "active mouse Ray 100,100 200,150 Ray 150,100 200,150 current | strip 90"}) {
         pressPalette(QZSTRay);
-        EXPECT_TRUE(TestPane::isPaintEditing()) << isAgain;
-        other->click({100, 100});
+        EXPECT_TRUE(TestPane::isPaintEditing()) << state;
+        other->click({other->layer().graphs().count() == 0 ? 100.0 : 150.0, 100});
         other->click({200, 150});
-        EXPECT_EQ(other->layer().graphs().count(), isAgain ? 2U : 1U);
+        EXPECT_EQ(other->state(), state);
         EXPECT_EQ(palette.selectedType(), QZShapeTypeNone);
     }
+    panes.split().resetPiantConfigDelegate(); // its window becomes active
+    panes.split().paintGraphConfigDidDelete(strip);
+    EXPECT_EQ(strip.delegate(), &other->split()) << "over the other window";
+    press(strip.window(), QStringLiteral("btnDelete"));
+    EXPECT_EQ(other->state(), "active mouse Ray 100,100 200,150 |");
+    panes.split().resetPiantConfigDelegate();
+    EXPECT_EQ(strip.delegate(), &panes.split());
+    other->split().resetPiantConfigDelegate();
     pressPalette(QZSTRay);
     other.reset();
     EXPECT_EQ(palette.selectedType(), QZShapeTypeNone);
     EXPECT_FALSE(TestPane::isPaintEditing() || strip.window().isVisible());
 }
 
-TEST_F(SplitViewActions, TheStripServesTheWindowThatItIsOver)
-{
-    TestPane other;
-    other.draw(QZSTHorizon, {{100, 200}});
-    panes.split().resetPiantConfigDelegate(); // its window becomes active
-    panes.split().paintGraphConfigDidDelete(strip);
-    EXPECT_TRUE(strip.window().isVisible()) << "over the other window";
-    press(strip.window(), QStringLiteral("btnDelete"));
-    EXPECT_EQ(other.layer().graphs().count(), 0U);
-    EXPECT_FALSE(strip.window().isVisible());
-    panes.split().resetPiantConfigDelegate();
-    EXPECT_EQ(strip.delegate(), &panes.split());
-}
-
 TEST_F(SplitViewActions, TheStripServesTheActivePane)
 {
     palette.window().show();
     palette.window().close();
-    EXPECT_TRUE(levels[1]->isSelected()) << "nothing was armed";
-    EXPECT_EQ(strip.enabledConfigs(), 26U + 64U);
+    EXPECT_EQ(panes.state(), "Horizon 100,200 | active mouse Horizon 100,200 current | strip 90")
+        << "nothing was armed";
     panes.split().paintGraphConfigStrokeColorDidChange(strip, Qt::blue);
     panes.split().paintGraphConfigFillColorDidChange(strip, Qt::green);
     panes.split().paintGraphConfigLineTypeDidChange(strip, 3);
     panes.split().paintGraphConfigLineWidthDidChange(strip, 2.9);
     panes.split().paintGraphConfigIsLockedDidChange(strip, true);
-    EXPECT_EQ(levels[1]->strokeColor(), QColor(Qt::blue));
-    EXPECT_EQ(levels[1]->fillColor(), QColor(Qt::green));
-    EXPECT_EQ(levels[1]->lineType(), 3U);
-    EXPECT_EQ(levels[1]->lineWidth(), 2U);
-    EXPECT_TRUE(levels[1]->isLocked());
+    EXPECT_EQ(std::tuple(levels[1]->strokeColor(), levels[1]->fillColor(), levels[1]->lineType(),
+                         levels[1]->lineWidth(), levels[1]->isLocked()),
+              std::tuple(QColor(Qt::blue), QColor(Qt::green), 3U, 2U, true));
     EXPECT_NE(levels[0]->strokeColor(), QColor(Qt::blue));
     press(strip.window(), QStringLiteral("btnDelete"));
-    EXPECT_EQ(count(), 1U);
-    EXPECT_FALSE(strip.window().isVisible());
+    EXPECT_EQ(panes.state(), "Horizon 100,200 | active mouse |");
     // The next figure takes the style of the last one that was selected.
     strip.setLineWidth(4);
     pressPalette(QZSTRay);
     EXPECT_EQ(panes.current(0)->lineWidth(), 4U);
     panes.split().setActiveView(nullptr);
     panes.split().paintGraphConfigStrokeColorDidChange(strip, Qt::red);
-    EXPECT_EQ(panes.current(0)->strokeColor(), QColor(Qt::red)) << "of every pane, without an active one";
-    EXPECT_EQ(panes.current(1)->strokeColor(), QColor(Qt::red));
+    for (const int i : {0, 1})
+        EXPECT_EQ(panes.current(i)->strokeColor(), QColor(Qt::red)) << "of every pane, without an active one";
     palette.window().show();
     palette.window().close();
     EXPECT_FALSE(panes.current(0) || panes.current(1)) << "closing the palette cancels what it armed";

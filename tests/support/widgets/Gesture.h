@@ -9,7 +9,7 @@
 class Gesture {
 public:
     explicit Gesture(TestPane& pane, int index = 0, Qt::MouseButton button = Qt::LeftButton)
-        : split_(pane.split()), view_(pane.view(index)), window_(split_.windowHandle()), button_(button)
+        : pane_(pane), split_(pane.split()), view_(pane.view(index)), window_(split_.windowHandle()), button_(button)
     {}
 
     Gesture& press(QZPoint p) { return QTest::mousePress(window_, button_, {}, at(p)), *this; }
@@ -23,12 +23,15 @@ public:
     Gesture& drag(QZPoint from, QZPoint to) { return press(from).move({from.x + 1.0, from.y}).move(to).release(to); }
     Gesture& key(Qt::Key key) { return QTest::keyClick(&split_, key), *this; }
 
+    std::string state() { return pane_.state(); }
+
 private:
     [[nodiscard]] QPoint at(QZPoint p) const
     {
         return view_.mapTo(&split_, QPoint(qRound(p.x), view_.height() - qRound(p.y)));
     }
 
+    TestPane& pane_;
     QZPaintSplitView& split_;
     TestView& view_;
     QWindow* window_;

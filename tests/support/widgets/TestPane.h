@@ -5,7 +5,10 @@
 #include "surface/QZPaintManagerView.h"
 #include "surface/QZPaintSplitView.h"
 
+#include <QPointer>
+
 #include <memory>
+#include <string>
 #include <vector>
 
 /// A manager view on a TestChart.
@@ -68,14 +71,19 @@ public:
     static bool isPaintEditing();
     /// Picks a tool, as the palette does.
     void arm(std::int64_t type) { split_->changeShapeTo(type, {}); }
-    void click(QZPoint point, int index = 0);
+    TestPane& click(QZPoint point, int index = 0);
     /// Arms `type`, clicks through `points` and returns what came of it.
     std::shared_ptr<QZPaintGraph> draw(std::int64_t type, const std::vector<QZPoint>& points, int index = 0);
     std::shared_ptr<QZPaintGraph> graphAt(QZPoint point, int index = 0) { return layer(index).getClosedGraph(point); }
+    /// All that the user sees and the surface knows, for example "active mouse Horizon 10,20 current | Ray 0,0 1,1
+    /// current point 1 | strip 90 painting". Of each pane: whether it is the split view's active view ("chosen"), its
+    /// layer is active ("live") and the one that the panels serve ("served") or all of that, the mouse is over it, its
+    /// cursor unless that is the arrow, and its figures, the current one being selected if nothing else is said.
+    std::string state();
     /// Paints what was asked to be painted: afterwards layer().needsDisplay() is false. The picture is y-down.
     QImage paint();
 
 private:
     std::unique_ptr<QZPaintSplitView> split_ = std::make_unique<QZPaintSplitView>(Qt::Vertical);
-    std::vector<TestView*> views_;
+    std::vector<QPointer<TestView>> views_;
 };
