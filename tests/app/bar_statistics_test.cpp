@@ -13,36 +13,13 @@ Bar bar(double open, double high, double low, double close, double volume = 0)
 
 } // namespace
 
-TEST(BarStatistics, FitsTheLineThroughClosesAndTheChannelThroughTheFarthestHighAndLow)
+TEST(BarStatistics, NeedsBarsAndDoesWithoutVolume)
 {
-    // Closes 1, 2, 4: mean 7/3, slope 3/2; the line runs through 5/6, 14/6 and 23/6.
-    const std::vector<Bar> bars{bar(1, 1.5, 0.5, 1), bar(2, 3.5, 1, 2), bar(3, 4.25, 3, 4)};
-    const auto channel = regressionChannel(bars);
-    ASSERT_TRUE(channel);
-    EXPECT_NEAR(channel->atFirst, 5.0 / 6, 1e-12);
-    EXPECT_NEAR(channel->atLast, 23.0 / 6, 1e-12);
-    EXPECT_NEAR(channel->above, 3.5 - 14.0 / 6, 1e-12);
-    EXPECT_NEAR(channel->below, 14.0 / 6 - 1, 1e-12);
-
+    const std::vector<Bar> bars{bar(9, 11, 9, 10), bar(13, 16, 12, 14)}; // typical prices 10 and 14
     EXPECT_FALSE(regressionChannel(std::span(bars).first(1)));
-}
-
-TEST(BarStatistics, WeightsTheAverageCostWithVolumeWhereThereIsAny)
-{
-    // Typical prices 10 and 14.
-    std::vector<Bar> bars{bar(9, 11, 9, 10, 100), bar(13, 16, 12, 14, 300)};
-    auto box = boxStatistics(bars);
-    ASSERT_TRUE(box);
-    EXPECT_EQ(box->low, 9);
-    EXPECT_EQ(box->high, 16);
-    EXPECT_NEAR(box->averageCost, 13, 1e-12);
-    EXPECT_NEAR(box->amplitude, 700.0 / 9, 1e-9);
-    EXPECT_EQ(box->difference, 7);
-
-    bars[0].volume = bars[1].volume = 0;
+    EXPECT_FALSE(boxStatistics({}));
     EXPECT_NEAR(boxStatistics(bars)->averageCost, 12, 1e-12);
     EXPECT_EQ(boxStatistics(std::vector{bar(0, 2, 0, 1)})->amplitude, 0);
-    EXPECT_FALSE(boxStatistics({}));
 }
 
 TEST(BarStatistics, CountsBothEndsAndTheDirection)

@@ -1,40 +1,16 @@
-#include "app/bars/BarStatistics.h"
-#include "app/bars/CivilDate.h"
-#include "app/chart/ChartSplitView.h"
-#include "app/chart/ChartWindow.h"
+#include "ChartFixture.h"
 #include "app/chart/CustomPlot.h"
-#include "app/demo/UserInput.h"
 #include "model/QZPlaneGeometry.h"
 #include "platform/QZGlobalEnv.h"
 #include "support/Contrast.h"
-#include "surface/QZPaintLayer.h"
 
-#include <QTest>
 #include <QWindow>
 
-#include <algorithm>
-#include <cmath>
-#include <gtest/gtest.h>
 #include <limits>
 
 namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
-/// 300 weekdays from 2020-01-01 on, every one or every `step` days; closes run up and down between 90 and 110, volumes
-/// grow by one a bar.
-BarReadResult market(const QString& name, int step = 1)
-{
-    std::vector<Bar> bars;
-    for (std::int64_t day = dayNumber(20200101); bars.size() < 300; day += step) {
-        if (weekdayOfDay(day) >= 5)
-            continue;
-        const auto index = static_cast<double>(bars.size());
-        const double close = 100 + 10 * std::sin(index / 9);
-        bars.push_back({dateOfDay(day), 0, close - 1, close + 2, close - 2, close, 1000 + index});
-    }
-    return {{}, BarSeries(name, bars), 0, 0, {}, {}};
-}
 
 /// Where the figures of a chart's candles begin.
 std::vector<std::int32_t> firstDates(ChartWindow& window)
@@ -45,42 +21,6 @@ std::vector<std::int32_t> firstDates(ChartWindow& window)
                            [](const auto& graph) { return graph->logicAxises().front().date; });
     return dates;
 }
-
-class ChartTest : public ::testing::Test {
-protected:
-    ChartWindow& shown()
-    {
-        window.showBars(market(stock));
-        window.resize(1000, 700);
-        window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-        return window;
-    }
-
-    /// A pane's point (px, y upwards) in the window.
-    QPointF at(QZPoint point) const { return user.positionOf(candles, point); }
-    QPointF at(int bar, double price) const { return at({scale.xOf(bar), scale.yOf(price)}); }
-
-    void drawSegment(int firstBar, int lastBar)
-    {
-        user.key(Qt::Key_1);
-        user.click(at(firstBar, 100));
-        user.click(at(lastBar, 105));
-        ASSERT_FALSE(candles.paintLayer()->graphs().snapshot()->empty());
-    }
-    const std::vector<Bar>& bars() const { return candles.chartData()->series.bars(); }
-    std::shared_ptr<QZPaintGraph> figure() const { return candles.paintLayer()->graphs().snapshot()->front(); }
-
-    // A stock of its own, as its figures are kept.
-    const QString stock = QString::fromLatin1(::testing::UnitTest::GetInstance()->current_test_info()->name());
-    ChartWindow window;
-    UserInput user{shown()};
-    ChartSplitView& chart = window.chart();
-    ChartViewport& viewport = chart.viewport();
-    const ChartPane& candles = *chart.panes()[0];
-    const ChartPane& volumes = *chart.panes()[1];
-    const PaneScale& scale = candles.scale();
-};
 
 } // namespace
 
@@ -135,29 +75,6 @@ TEST_F(ChartTest, FindsBarsFarBeyondWhatScrollingReachesAndSnapsToThem)
     EXPECT_EQ(candles.convertPointForMagnet({x, high + 11}, 0), (QZPoint{scale.xOf(250), high}));
     EXPECT_EQ(candles.convertPointForMagnet({x, high + 13}, 0), (QZPoint{scale.xOf(250), high + 13}));
     EXPECT_EQ(candles.convertPointForMagnet({scale.xOf(302.3), high}, 0), (QZPoint{scale.xOf(302), high}));
-}
-
-TEST_F(ChartTest, AnswersStatisticsOfTheLoadedBarsBetweenTwoPoints)
-{
-    QZRegressionCalcData lines{.x1 = scale.xOf(280.2), .x2 = scale.xOf(310)};
-    ASSERT_TRUE(candles.calcRegressionData(lines));
-    EXPECT_DOUBLE_EQ(lines.x1, scale.xOf(280));
-    EXPECT_DOUBLE_EQ(lines.x2, scale.xOf(299));
-    const auto channel = regressionChannel(std::span(bars()).subspan(280));
-    EXPECT_NEAR(scale.valueAt(lines.line1Y2), channel->atLast, 1e-9);
-
-    // Volumes 1250 to 1259 count alike.
-    QZBoxLineCalcData box{.x1 = volumes.scale().xOf(250), .x2 = volumes.scale().xOf(259)};
-    ASSERT_TRUE(volumes.calcBoxLineData(box));
-    EXPECT_NEAR(box.firstEdgeY, volumes.scale().yOf(1250), 1e-9);
-    EXPECT_NEAR(box.secondEdgeY, volumes.scale().yOf(1259), 1e-9);
-    EXPECT_EQ(std::pair(box.count, box.averageCost), std::pair(10, 1254.5F));
-
-    const auto range =
-        candles.infomationForRetangle({scale.xOf(290), scale.yOf(100)}, {scale.xOf(280), scale.yOf(99.5)}, 0);
-    ASSERT_TRUE(range);
-    EXPECT_EQ(std::pair(range->count, range->varyPrice), std::pair(-11, QStringLiteral("-0.50")));
-    EXPECT_NEAR(range->varyScope, -0.5, 1e-5);
 }
 
 // The last bars fill 185.5 to 305.5; the wheel is turned at 275.5, three quarters of the screen.
