@@ -245,8 +245,8 @@ void QZPaintLayer::setCurrentGraph(std::shared_ptr<QZPaintGraph> graph)
     currentGraph_ = std::move(graph);
     if (currentGraph_ && currentGraph_->showsConfigStrip())
         showStrip(*currentGraph_);
-    else
-        closeConfigWindows();
+    else if (!closeConfigWindows() && host() != nullptr)
+        host()->hideIdlePanels();
 }
 
 void QZPaintLayer::showStrip(const QZPaintGraph& graph)

@@ -23,6 +23,8 @@ public:
     virtual void showTextPanel(const QZPaintToolText& note, const QWidget& view) = 0;
     /// Hides the strip and the text editor.
     virtual void hidePanels() = 0;
+    /// The same unless a figure that the strip can show is current in one of these panes.
+    virtual void hideIdlePanels() = 0;
     /// Makes the panels serve these panes. False for a pane that stands alone, which they show but cannot change.
     virtual bool takePanels() = 0;
     /// The palette's chosen tool, 0 for none.

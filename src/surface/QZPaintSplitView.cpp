@@ -172,13 +172,7 @@ void QZPaintSplitView::viewWillLeave(QZPaintManagerView& view)
     const auto isCreating = [](const auto& graph) { return graph && graph->isEditing(); };
     if (std::ranges::any_of(allPaintLayers(), isCreating, graphOf))
         QZGlobalEnv::getShareInstance().setGlobalContext(QZContextIsPaintEditing, QZContextIsPaintEditing, true);
-    const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
-    const QZPaintTextConfigWC* editor = QZPaintTextConfigWC::existing();
-    const bool isShownHere =
-        (strip != nullptr && strip->delegate() == this) || (editor != nullptr && editor->delegate() == this);
-    if (isShownHere && std::ranges::none_of(
-                           paintLayers(), [](const auto& graph) { return graph != nullptr; }, graphOf))
-        hidePanels();
+    hideIdlePanels();
 }
 
 bool QZPaintSplitView::mouseDown(QPointF location, int clickCount)

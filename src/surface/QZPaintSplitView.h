@@ -100,6 +100,7 @@ public:
     void showStrip(const QZPaintGraph& figure, unsigned configs, const QWidget& view) override;
     void showTextPanel(const QZPaintToolText& note, const QWidget& view) override;
     void hidePanels() final;
+    void hideIdlePanels() final;
     bool takePanels() override;
     [[nodiscard]] bool isActivePane(const QZPaintManagerView& view) const override { return activeView_ == &view; }
 

@@ -86,6 +86,19 @@ void QZPaintSplitView::hidePanels()
         closePanel(editor->window());
 }
 
+void QZPaintSplitView::hideIdlePanels()
+{
+    const QZPaintGraphConfigWC* strip = QZPaintGraphConfigWC::existing();
+    const QZPaintTextConfigWC* editor = QZPaintTextConfigWC::existing();
+    const bool areShownHere =
+        (strip != nullptr && strip->delegate() == this) || (editor != nullptr && editor->delegate() == this);
+    const auto needsStrip = [](const auto& layer) {
+        return layer->currentGraph() && layer->currentGraph()->showsConfigStrip();
+    };
+    if (areShownHere && std::ranges::none_of(paintLayers(), needsStrip))
+        hidePanels();
+}
+
 void QZPaintSplitView::changeShapeTo(std::int64_t type, const QImage& imageThumbnail)
 {
     const auto layers = paintLayers();

@@ -10,6 +10,7 @@ public:
     void setStripConfigs(unsigned configs) override;
     void showTextPanel(const QZPaintToolText& note, const QWidget& view) override;
     void hidePanels() override {}
+    void hideIdlePanels() override {}
     bool takePanels() override { return false; }
     [[nodiscard]] std::int64_t armedType() const override;
     [[nodiscard]] bool isActivePane(const QZPaintManagerView& /*view*/) const override { return false; }
