@@ -224,6 +224,8 @@ void QZPaintLayer::finishEditing(const QZNotification& notification)
         QZNotificationCenter::defaultCenter().post(QZPaintSyncGraphTypeNotification, currentGraph_.get());
         return;
     }
+    if (currentGraph_ && currentGraph_->isEditing())
+        setPaintEditing(false);
     setCurrentGraph(nullptr);
     setNeedsDisplay();
 }

@@ -143,6 +143,16 @@ TEST(SplitView, APaneThatGoesTakesItsFigureAndTheStripAlong)
     EXPECT_EQ(left(one, WithItsWindow), "");
 }
 
+TEST(SplitView, AWindowThatGoesWhileAFigureIsFinishedLeavesNoneInCreation)
+{
+    TestPane pane({.panes = 2});
+    TestPane other;
+    const auto observation = QZNotificationCenter::defaultCenter().observe(
+        QZPaintSyncGraphTypeNotification, [&](const QZNotification&) { other.close(); });
+    pane.draw(QZSTHorizon, {{100, 100}});
+    EXPECT_FALSE(TestPane::isPaintEditing());
+}
+
 TEST(SplitView, AnObserverMayDeletePanesAndTheViewItself)
 {
     struct Row {
