@@ -247,6 +247,9 @@ void QZPaintControl::eyeAction(QZPaintControlButton& sender)
         // A flip, not a set: what a host enabled or disabled by hand in between ends up inverted.
         button->setEnabled(!button->isEnabled());
     }
+    // It may have been chosen before enableTypes lost it.
+    if (lastSelectedBtn_ != nullptr)
+        lastSelectedBtn_->setSelected(false);
     lastSelectedBtn_ = nullptr;
     hidden_ = !hidden_;
     sender.setSelected(!sender.isSelected());

@@ -176,6 +176,10 @@ TEST_F(Palette, MasksEnableButtonsOfWhichTheEyeLeavesOnlyItself)
     click(QZSTToolMagnet);
     EXPECT_FALSE(palette_.isMagnet());
     EXPECT_EQ(selected(), QZSTToolMagnet);
+    click(QZSTRay);
+    palette_.setEnableTypes(mask & ~QZSTRay);
+    click(QZSTToolEye);
+    EXPECT_EQ(selected(), QZSTToolEye) << "the chosen tool is let go of though the mask has lost it";
 }
 
 TEST_F(Palette, AFinishedFigureOrClosingReleasesTheTool)
