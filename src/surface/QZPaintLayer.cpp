@@ -101,15 +101,8 @@ void QZPaintLayer::placePoint(QZPoint point)
 
 void QZPaintLayer::selectGraphAt(QZPoint point)
 {
-    std::shared_ptr<QZPaintGraph> found;
-    {
-        const std::lock_guard lock(graphs_);
-        const auto graphs = graphs_.snapshot();
-        found = nearestGraph(*graphs, point);
-        for (const auto& graph : *graphs)
-            if (graph != found)
-                graph->setSelected(false);
-    }
+    const auto found = getClosedGraph(point);
+    deselectAllBut(found.get());
     setCurrentGraph(found);
     if (!found)
         return;
@@ -119,6 +112,15 @@ void QZPaintLayer::selectGraphAt(QZPoint point)
     found->setCurrentPoint(std::nullopt);
     found->setDragStartPoint(point);
     found->mouseDown(point);
+}
+
+void QZPaintLayer::deselectAllBut(const QZPaintGraph* graph)
+{
+    const std::lock_guard lock(graphs_);
+    const auto graphs = graphs_.snapshot();
+    for (const auto& each : *graphs)
+        if (each.get() != graph)
+            each->setSelected(false);
 }
 
 void QZPaintLayer::mouseMoved(QZPoint point)
@@ -245,6 +247,9 @@ void QZPaintLayer::setCurrentGraph(std::shared_ptr<QZPaintGraph> graph)
     if (currentGraph_ == graph)
         return;
     currentGraph_ = std::move(graph);
+    // A figure that was dropped while another pane was in use is selected still.
+    if (currentGraph_)
+        deselectAllBut(currentGraph_.get());
     if (currentGraph_ && currentGraph_->showsConfigStrip())
         showStrip(*currentGraph_);
     else if (!closeConfigWindows() && host() != nullptr)

@@ -89,6 +89,7 @@ private:
     void followChart();
     void placePoint(QZPoint point);
     void selectGraphAt(QZPoint point);
+    void deselectAllBut(const QZPaintGraph* graph);
     void deleteCurrentGraph();
     void endCurrentGraph();
     void postFinishedEditing();

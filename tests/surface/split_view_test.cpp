@@ -143,6 +143,16 @@ TEST(SplitView, APaneThatGoesTakesItsFigureAndTheStripAlong)
     EXPECT_EQ(left(one, WithItsWindow), "");
 }
 
+TEST(SplitView, AFigureInCreationIsTheOnlySelectedOne)
+{
+    TestPane pane({.panes = 2});
+    const auto level = pane.draw(QZSTHorizon, {{100, 100}});
+    pane.click({100, 100}, 1); // the level stays behind, out of sight
+    pane.draw(QZSTRay, {{100, 200}});
+    EXPECT_TRUE(pane.current()->isSelected());
+    EXPECT_FALSE(level->isSelected());
+}
+
 TEST(SplitView, AWindowThatGoesWhileAFigureIsFinishedLeavesNoneInCreation)
 {
     TestPane pane({.panes = 2});
