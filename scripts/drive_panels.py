@@ -132,16 +132,21 @@ class Session:
         user.key("p")
         self.palette = Window("Drawing tools")
 
+    def look(self, name):
+        """With the mouse off the chart, whose crosshair would be in every picture."""
+        self.user.move(self.point(0.6, 0.055))
+        return self.user.look(name)
+
     def area(self, top, bottom):
         """A band of the chart right of the palette, as screen coordinates."""
         x, y = self.chart.at(240, round(self.height * top))
         return x, y, self.width - 320, round(self.height * (bottom - top))
 
     def candles(self, name):
-        return line_pixels(self.user.look(name), self.area(0.12, 0.70))
+        return line_pixels(self.look(name), self.area(0.12, 0.70))
 
     def volumes(self, name):
-        return line_pixels(self.user.look(name), self.area(0.76, 0.92))
+        return line_pixels(self.look(name), self.area(0.76, 0.92))
 
     def press_tool(self, column, row=0):
         self.user.click(self.palette.at(FIRST_COLUMN + COLUMN * column, LINES_ROW + ROW * row))
@@ -203,9 +208,9 @@ class Session:
         expect(self.volumes("ray") > before + 100, "a ray in the volume pane")
 
     def move_divider(self):
-        before = self.user.look("before the divider")
+        before = self.look("before the divider")
         self.user.drag(self.point(0.5, 0.7425), self.point(0.5, 0.60))
-        after = self.user.look("divider")
+        after = self.look("divider")
         changed = self.difference(before, after, 0.62, 0.70)
         expect(changed > 1000, "the divider moves")
 
@@ -235,27 +240,26 @@ class Session:
         """Each is drawn, moved as a whole and back, pulled by its first point and deleted, so that nothing lies over the
         next one."""
         for name, (row, column, count) in FAMILIES.items():
-            before = self.user.look(f"before {name}")
+            before = self.look(f"before {name}")
             self.press_tool(column, row)
             for x, y in POINTS[:count]:
                 self.user.click(self.point(x, y))
-            drawn = self.user.look(name)
+            drawn = self.look(name)
             expect(self.difference(before, drawn) > 30, f"a {name} in the candle pane")
             if name in GRIPS:
                 x, y = GRIPS[name]
                 self.user.drag(self.point(x, y), self.point(x + 0.05, y - 0.05))
-                moved = self.user.look(f"{name} moved")
+                moved = self.look(f"{name} moved")
                 expect(self.difference(drawn, moved) > 30, f"a {name} moves as a whole")
                 self.user.drag(self.point(x + 0.05, y - 0.05), self.point(x, y))
-                drawn = self.user.look(f"{name} moved back")
+                drawn = self.look(f"{name} moved back")
             x, y = POINTS[0]
             # A glyph stands on its point and is taken hold of inside its box.
             grip = y - 0.01 if count == 1 else y
             self.user.drag(self.point(x, grip), self.point(x - 0.1, y - 0.2))
-            expect(self.difference(drawn, self.user.look(f"{name} pulled")) > 30, f"a {name} follows its point")
+            expect(self.difference(drawn, self.look(f"{name} pulled")) > 30, f"a {name} follows its point")
             self.user.key("Delete")
-            self.user.move(self.point(0.5, 0.1))
-            left = self.difference(before, self.user.look(f"{name} deleted"))
+            left = self.difference(before, self.look(f"{name} deleted"))
             expect(left < 100, f"nothing is left of a deleted {name}, but {left} px are")
 
     def write_note(self):
@@ -265,26 +269,25 @@ class Session:
         run("xdotool", "type", "--delay", "50", "first top")
         run("xdotool", "key", "shift+Return")
         run("xdotool", "type", "--delay", "50", "12.50")
-        written = self.user.look("note in its editor")
+        written = self.look("note in its editor")
         self.user.key("Return")
         wait_for("Return closes the editor", lambda: not Window.find("^Text$"), 5)
         self.expect_keyboard("writing a note")
-        expect(self.difference(written, self.user.look("note")) > 100, "the editor leaves the screen")
+        expect(self.difference(written, self.look("note")) > 100, "the editor leaves the screen")
         self.user.click(self.point(0.7, 0.15))
         return self.candles("note on the chart")
 
     def range_statistics(self):
-        before = self.user.look("before range statistics")
+        before = self.look("before range statistics")
         self.user.key("s")
         wait_for("the window of the statistics", lambda: Window.find("^Range statistics$"), 5)
-        shown = self.user.look("range statistics")
+        shown = self.look("range statistics")
         expect(self.difference(before, shown) > 10000, "the band lies over the candles")
         self.user.drag(self.point(0.45, 0.25), self.point(0.50, 0.25))
-        expect(self.difference(shown, self.user.look("band moved")) > 1000, "the band follows the mouse")
+        expect(self.difference(shown, self.look("band moved")) > 1000, "the band follows the mouse")
         self.expect_keyboard("moving the band")
         self.user.key("s")
-        self.user.move(self.point(0.5, 0.1))
-        left = self.difference(before, self.user.look("range statistics closed"))
+        left = self.difference(before, self.look("range statistics closed"))
         expect(left < 100, f"nothing is left of the band, but {left} px are")
 
     def difference(self, before, after, top=0.12, bottom=0.70):

@@ -1,5 +1,6 @@
 #include "app/chart/CandlePane.h"
 
+#include "app/bars/BarStatistics.h"
 #include "app/chart/BarPlots.h"
 #include "platform/QZFont.h"
 
@@ -56,6 +57,26 @@ QString CandlePane::valueText(double value) const
 QString CandlePane::changeText(double from, double to) const
 {
     return priceChangeText(to - from, from);
+}
+
+std::vector<LegendPart> CandlePane::legendOf(int bar) const
+{
+    const BarSeries& series = chartData()->series;
+    const Bar& shown = series.at(bar);
+    const auto price = [](QChar name, double value) {
+        return LegendPart{name + QLatin1Char(' ') + priceText(value), {}};
+    };
+    std::vector<LegendPart> legend{{momentText(series.timeAt(bar), series.isIntraday()), {}}, price(u'C', shown.close)};
+    if (bar > 0) {
+        const double before = series.at(bar - 1).close;
+        const double change = shown.close - before;
+        const QString sign = change > 0 ? QStringLiteral("+") : QString();
+        legend.push_back({sign + priceChangeText(change, shown.close) + QStringLiteral(" (") + sign +
+                              QString::number(percentChange(before, shown.close), 'f', 2) + QStringLiteral("%)"),
+                          change < 0 ? down_ : up_});
+    }
+    legend.insert(legend.end(), {price(u'O', shown.open), price(u'H', shown.high), price(u'L', shown.low)});
+    return legend;
 }
 
 std::optional<double> CandlePane::taggedValue() const

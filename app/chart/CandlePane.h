@@ -17,6 +17,7 @@ protected:
     [[nodiscard]] std::vector<AxisTick> valueTicks(double low, double high, int maxCount) const override;
     [[nodiscard]] QString valueText(double value) const override;
     [[nodiscard]] QString changeText(double from, double to) const override;
+    [[nodiscard]] std::vector<LegendPart> legendOf(int bar) const override;
     [[nodiscard]] std::optional<double> taggedValue() const override;
     void updateDecoration() override;
 

@@ -52,6 +52,7 @@ ChartPane::ChartPane(const ChartViewport& viewport, QWidget* parent)
     : QZPaintManagerView(parent),
       viewport_(viewport),
       plot_(new QCustomPlot(this)),
+      reading_(new PaneOverlay(this)),
       dateTicker_(new QCPAxisTickerText),
       valueTicker_(new QCPAxisTickerText)
 {
@@ -86,6 +87,7 @@ void ChartPane::setChartData(std::shared_ptr<const ChartData> shown)
 void ChartPane::applyTheme(const ChartTheme& theme)
 {
     plot_->setBackground(theme.background);
+    reading_->setTheme(theme);
     styleAxis(*plot_->xAxis, theme);
     styleAxis(*plot_->yAxis2, theme);
     plot_->replot(QCustomPlot::rpQueuedRefresh);
@@ -137,6 +139,25 @@ void ChartPane::layOut()
                    static_cast<double>(std::max(0, width() - leftMargin - axisWidth_)),
                    static_cast<double>(std::max(0, height() - topMargin - bottom))};
     setValidateRect(scale_.plot);
+    reading_->setPlot(QRectF(scale_.plot.x, height() - scale_.plot.maxY(), scale_.plot.width, scale_.plot.height));
+}
+
+void ChartPane::pointAt(std::optional<int> bar, std::optional<double> y)
+{
+    std::optional<PaneOverlay::Crosshair> crosshair;
+    if (bar) {
+        crosshair.emplace().x = scale_.xOf(*bar);
+        if (showsDates_)
+            crosshair->dateTag = momentText(data_->calendar.at(*bar), data_->series.isIntraday());
+    }
+    if (crosshair && y) {
+        crosshair->y = height() - *y;
+        crosshair->valueTag = valueText(scale_.valueAt(*y));
+    }
+    reading_->setCrosshair(std::move(crosshair));
+    const int newest = data_->series.size() - 1;
+    const bool isLoaded = bar && *bar >= 0 && *bar <= newest;
+    reading_->setLegend(newest < 0 ? std::vector<LegendPart>() : legendOf(isLoaded ? *bar : newest));
 }
 
 void ChartPane::updateTicks()
@@ -170,5 +191,6 @@ void ChartPane::resizeEvent(QResizeEvent* event)
 {
     QZPaintManagerView::resizeEvent(event);
     plot_->setGeometry(rect());
+    reading_->setGeometry(rect());
     refresh(axisWidth_);
 }

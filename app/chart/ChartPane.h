@@ -4,6 +4,7 @@
 #include "app/chart/ChartData.h"
 #include "app/chart/ChartTheme.h"
 #include "app/chart/ChartViewport.h"
+#include "app/chart/PaneOverlay.h"
 #include "app/chart/PaneScale.h"
 #include "surface/QZPaintManagerView.h"
 
@@ -38,6 +39,11 @@ public:
     /// Shows bars and figures at the viewport's present place, with a value axis `axisWidth` px wide.
     void refresh(int axisWidth);
 
+    /// Points the crosshair at a bar, and at `y` (px of the pane, upwards) where the mouse is in this pane; without a
+    /// bar there is no crosshair, and the legend tells of the newest bar.
+    void pointAt(std::optional<int> bar, std::optional<double> y);
+    [[nodiscard]] const PaneOverlay& reading() const { return *reading_; }
+
     /// The tools that have a figure, and the palette's functions.
     [[nodiscard]] std::int64_t enableTypes() const override;
     [[nodiscard]] std::optional<QZPaintLogicAxis> convertFromPoint(QZPoint point) const override;
@@ -64,6 +70,8 @@ protected:
     [[nodiscard]] virtual QString valueText(double value) const = 0;
     /// The difference between two values.
     [[nodiscard]] virtual QString changeText(double from, double to) const = 0;
+    /// What the legend tells of a loaded bar, the most important first.
+    [[nodiscard]] virtual std::vector<LegendPart> legendOf(int bar) const = 0;
     /// A value that has a tag of its own on the axis.
     [[nodiscard]] virtual std::optional<double> taggedValue() const { return std::nullopt; }
     /// After the scale changed, before the plot is drawn.
@@ -100,6 +108,7 @@ private:
     int axisWidth_ = 60;
     bool showsDates_ = false;
     QCustomPlot* plot_;
+    PaneOverlay* reading_; // owned as a child widget
     BarPlot* barPlot_ = nullptr;
     QSharedPointer<QCPAxisTickerText> dateTicker_;
     QSharedPointer<QCPAxisTickerText> valueTicker_;

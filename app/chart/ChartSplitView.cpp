@@ -64,6 +64,7 @@ void ChartSplitView::refreshPanes()
         axisWidth = std::max(axisWidth, pane->fitValues());
     for (ChartPane* pane : panes_)
         pane->refresh(axisWidth);
+    pointAt(pointer_); // another bar may be there now
 }
 
 void ChartSplitView::removeAllGraphs(QZPaintControl& sender)
@@ -192,18 +193,22 @@ bool ChartSplitView::scrollByKey(const QKeyEvent& event)
 void ChartSplitView::leaveEvent(QEvent* event)
 {
     QZPaintSplitView::leaveEvent(event);
-    Q_EMIT barPointedAt(std::nullopt);
+    pointAt(std::nullopt);
 }
 
-void ChartSplitView::pointAt(QPointF position)
+void ChartSplitView::pointAt(std::optional<QPointF> position)
 {
-    for (const ChartPane* pane : panes_) {
-        const QPointF local = pane->mapFrom(this, position);
-        const QZPoint point{local.x(), pane->height() - local.y()};
-        if (pane->scale().plot.contains(point)) {
-            Q_EMIT barPointedAt(pane->scale().barAt(point.x));
-            return;
-        }
-    }
-    Q_EMIT barPointedAt(std::nullopt);
+    pointer_ = position;
+    const auto localTo = [this](const ChartPane& pane) {
+        const QPointF local = pane.mapFrom(this, pointer_.value_or(QPointF()));
+        return QZPoint{local.x(), pane.height() - local.y()};
+    };
+    const auto under = std::ranges::find_if(
+        panes_, [&](const ChartPane* pane) { return pointer_ && pane->scale().plot.contains(localTo(*pane)); });
+    std::optional<int> bar;
+    if (under != panes_.end())
+        bar = (*under)->scale().barAt(localTo(**under).x);
+    for (auto pane = panes_.begin(); pane != panes_.end(); ++pane)
+        (*pane)->pointAt(bar, pane == under ? std::optional(localTo(**pane).y) : std::nullopt);
+    Q_EMIT barPointedAt(bar);
 }

@@ -55,10 +55,12 @@ private:
     void stopPanning();
     void turnWheel(const ChartPane& pane, const QWheelEvent& event);
     bool scrollByKey(const QKeyEvent& event);
-    void pointAt(QPointF position);
+    /// Shows what is at a place of this widget, the mouse's, in every pane; nothing for no place.
+    void pointAt(std::optional<QPointF> position);
 
     ChartViewport viewport_;
     std::vector<ChartPane*> panes_; // owned as child widgets
     QPointer<ChartPane> pannedPane_;
-    double panX_ = 0; ///< where the mouse was last while panning
+    std::optional<QPointF> pointer_; ///< where the mouse is over the chart
+    double panX_ = 0;                ///< where the mouse was last while panning
 };

@@ -44,6 +44,11 @@ QString VolumePane::valueText(double value) const
     return volumeText(value);
 }
 
+std::vector<LegendPart> VolumePane::legendOf(int bar) const
+{
+    return {{QStringLiteral("V ") + volumeText(chartData()->series.at(bar).volume), {}}};
+}
+
 QString VolumePane::changeText(double from, double to) const
 {
     return volumeText(to - from);

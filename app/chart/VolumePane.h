@@ -18,6 +18,7 @@ protected:
     [[nodiscard]] std::vector<AxisTick> valueTicks(double low, double high, int maxCount) const override;
     [[nodiscard]] QString valueText(double value) const override;
     [[nodiscard]] QString changeText(double from, double to) const override;
+    [[nodiscard]] std::vector<LegendPart> legendOf(int bar) const override;
 
 private:
     std::vector<Bar> volumes_; ///< open, high, low and close are the volume, which they are not weighted with again

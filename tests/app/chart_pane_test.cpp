@@ -77,6 +77,34 @@ TEST_F(ChartTest, FindsBarsFarBeyondWhatScrollingReachesAndSnapsToThem)
     EXPECT_EQ(candles.convertPointForMagnet({scale.xOf(302.3), high}, 0), (QZPoint{scale.xOf(302), high}));
 }
 
+TEST_F(ChartTest, TellsOfTheBarUnderTheMouse)
+{
+    const auto told = [this] {
+        QStringList texts;
+        for (const LegendPart& part : candles.reading().legend())
+            texts << part.text;
+        const auto& cross = candles.reading().crosshair();
+        return texts.join(QStringLiteral(" ")).toStdString() +
+               (cross ? " | " + std::to_string(qRound(scale.indexAt(cross->x))) + " " + cross->valueTag.toStdString()
+                      : "");
+    };
+    // Closes are 100 + 10 sin(bar / 9), highs and lows 2 from them: those of bars 249 and 250 are 105.71 and 104.76.
+    const std::string bar250 = "2020-12-16 C 104.76 -0.95 (-0.89%) O 103.76 H 106.76 L 102.76";
+    const double y = scale.yOf(101);
+    user.moveTo(at({scale.xOf(250), std::round(y)}));
+    EXPECT_EQ(told(), bar250 + " | 250 " + priceText(scale.valueAt(std::round(y))).toStdString());
+    EXPECT_EQ(volumes.reading().legend().front().text, QStringLiteral("V 1.25K"));
+    EXPECT_EQ(volumes.reading().crosshair()->dateTag, QStringLiteral("2020-12-16"));
+    EXPECT_FALSE(volumes.reading().crosshair()->y);
+    user.key(Qt::Key_Left); // six bars: the same place is another bar
+    EXPECT_EQ(told().substr(0, 10), "2020-12-08");
+    user.moveTo(at(303, 101)); // in the future the newest bar is told of
+    EXPECT_EQ(told().substr(0, 10), "2021-02-23");
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&chart, &leave);
+    EXPECT_EQ(told().find('|'), std::string::npos);
+}
+
 // The last bars fill 185.5 to 305.5; the wheel is turned at 275.5, three quarters of the screen.
 TEST_F(ChartTest, ZoomsAboutThePointerAndTheMiddleAndScrolls)
 {

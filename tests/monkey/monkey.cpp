@@ -170,10 +170,11 @@ void turnWheel()
 
 void pressKey()
 {
-    const auto key = anyOf({Qt::Key_Escape, Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_1,    Qt::Key_5,     Qt::Key_6,
-                            Qt::Key_Return, Qt::Key_P,      Qt::Key_T,         Qt::Key_O,    Qt::Key_N,     Qt::Key_Q,
-                            Qt::Key_Z,      Qt::Key_Space,  Qt::Key_Tab,       Qt::Key_Left, Qt::Key_Right, Qt::Key_Up,
-                            Qt::Key_Plus,   Qt::Key_Minus,  Qt::Key_Home,      Qt::Key_End});
+    const auto key =
+        anyOf({Qt::Key_Escape, Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_1,    Qt::Key_5,    Qt::Key_6,
+               Qt::Key_Return, Qt::Key_P,      Qt::Key_T,         Qt::Key_O,    Qt::Key_N,    Qt::Key_Q,
+               Qt::Key_S,      Qt::Key_Z,      Qt::Key_Space,     Qt::Key_Tab,  Qt::Key_Left, Qt::Key_Right,
+               Qt::Key_Up,     Qt::Key_Plus,   Qt::Key_Minus,     Qt::Key_Home, Qt::Key_End});
     const auto held = anyOf(heldKeys);
     Steps::add(QKeySequence(key | held).toString());
     QWindow* window = QGuiApplication::focusWindow();
