@@ -111,8 +111,10 @@ void QZPaintCycles::forEachLine(const Visit& visit) const
     const auto countOfTurn = [&](std::int32_t turn) -> std::optional<std::int32_t> {
         constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max() - 1;
         const auto multiplier = multiplier_(turn);
-        const std::int64_t gap = step * multiplier.value_or(0);
-        if (!multiplier || std::abs(gap) > most)
+        if (!multiplier)
+            return std::nullopt;
+        const std::int64_t gap = step * *multiplier;
+        if (std::abs(gap) > most)
             return std::nullopt;
         return static_cast<std::int32_t>(gap + own);
     };

@@ -158,7 +158,7 @@ TEST(Theme, AHostsFileColoursItsPicturesAndABrokenOneLeavesItAlone)
                                      {R"({"name":"x","colors":{"k":"red"}})", "\"k\""},
                                      {R"({"name":"x","colors":{},"images":[]})", "images"},
                                      {R"({"name":"x","colors":{"k":"#000000"},"images":{"p":3}})", "\"p\""}}) {
-        EXPECT_FALSE(load(json));
+        EXPECT_FALSE(load(json) || QZGlobalEnv::getShareInstance().setThemeFile(folder.filePath(u"t.json"_s)));
         EXPECT_TRUE(error.contains(QLatin1String(hint))) << json << ": " << error.toStdString();
         EXPECT_EQ(palette.name() + palette.colorKeys().join(u' '), u"hostink"_s);
     }

@@ -65,14 +65,14 @@ void RecordingContext::setLineDash(double phase, std::span<const double> lengths
 
 void RecordingContext::addArc(QZPoint center, double radius, double startAngle, double endAngle, bool clockwise)
 {
-    path_ += " arc " + at(center) + " r" + number(radius) + " " + number(startAngle) + ".." + number(endAngle) +
-             (clockwise ? " cw" : " ccw");
+    path_.value() += " arc " + at(center) + " r" + number(radius) + " " + number(startAngle) + ".." + number(endAngle) +
+                     (clockwise ? " cw" : " ccw");
 }
 
 void RecordingContext::endPath(const std::string& operation, const std::string& style)
 {
-    lines.push_back(operation + path_ + style);
-    path_.clear();
+    lines.push_back(operation + path_.value() + style);
+    path_.reset();
 }
 
 void RecordingContext::drawText(const QString& text, const QFont& font, const QColor& color, QZRect rect)

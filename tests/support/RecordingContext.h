@@ -2,6 +2,7 @@
 
 #include "platform/QZGraphicsContext.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,11 +33,11 @@ public:
     void setStrokeColor(const QColor& color) override { state_.stroke = color; }
     void setFillColor(const QColor& color) override { state_.fill = color; }
     void strokeSegment(QZLine l) override { lines.push_back("segment " + at(l.start) + "-" + at(l.end) + pen()); }
-    void beginPath() override { path_.clear(); }
-    void moveTo(QZPoint point) override { path_ += (path_.empty() ? " " : " M ") + at(point); }
-    void lineTo(QZPoint point) override { path_ += " " + at(point); }
+    void beginPath() override { path_ = std::string(); }
+    void moveTo(QZPoint point) override { path_.value() += (path_->empty() ? " " : " M ") + at(point); }
+    void lineTo(QZPoint point) override { path_.value() += " " + at(point); }
     void addArc(QZPoint center, double radius, double startAngle, double endAngle, bool clockwise) override;
-    void closePath() override { path_ += " Z"; }
+    void closePath() override { path_.value() += " Z"; }
     void strokePath() override { endPath("path", pen()); }
     void fillPath() override { endPath("fillpath", name(state_.fill)); }
     void strokeRect(QZRect rect) override { lines.push_back("rect" + box(rect) + pen()); }
@@ -62,6 +63,6 @@ private:
 
     State state_;
     std::vector<State> saved_;
-    std::string path_;
+    std::optional<std::string> path_; // between beginPath() and what is done with it
     bool restoredTooOften_ = false;
 };

@@ -6,6 +6,7 @@
 #include "tools/QZPaintRangeStatistics.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QStyleHints>
 
@@ -18,7 +19,10 @@ TEST(SplitView, ThePaneThatIsPressedOrThatTheHostChooses)
     Gesture mouse(pane);
     EXPECT_EQ(mouse.key(Qt::Key_Delete).state(), "Ray placing | Ray placing | strip 26 painting")
         << "no pane to delete from";
-    EXPECT_EQ(mouse.key(Qt::Key_Escape).state(), "chosen | |") << "Escape goes to the first and leaves no strip";
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
+    QCoreApplication::sendEvent(&pane.split(), &escape);
+    EXPECT_FALSE(escape.isAccepted()) << "the window hears of it too";
+    EXPECT_EQ(pane.state(), "chosen | |") << "Escape goes to the first and leaves no strip";
 
     pane.view().setValidateRect({0, 99, 400, 200});
     pane.draw(QZSTHorizon, {{100, 100}});

@@ -71,6 +71,10 @@ TEST_F(RangeStatistics, HitsAndCursors)
     show(20, 20);
     EXPECT_TRUE(band->isNearKeyPoint({195, 50}));
     EXPECT_EQ(owner->cursor, QZCursor::ResizeLeft) << "no width";
+    chart.fromAxis.answerWith([](const QZPaintLogicAxis& axis) { return QZPoint{axis.time * 1.0, 0}; });
+    band->place({1, 200}, {1, 201});
+    EXPECT_TRUE(band->isNearKeyPoint({195, 50}));
+    EXPECT_EQ(owner->cursor, QZCursor::ResizeLeftRight) << "1 px is a width";
 }
 
 TEST_F(RangeStatistics, ReportsDragsAndItsCloseButton)
@@ -92,6 +96,7 @@ TEST_F(RangeStatistics, ReportsDragsAndItsCloseButton)
           Row{"second edge over the first, pixel by pixel", {200, 50}, pixelByPixel, dragged(60, 100, 1)},
           Row{"band to the left", {150, 50}, {{130, 60}}, dragged(80, 180, 2)},
           Row{"band to the right", {150, 50}, {{170, 50}}, dragged(120, 220, 3)},
+          Row{"band only up", {150, 50}, {{150, 60}}, dragged(100, 200, 3)},
           Row{"close button", {190, 200}, {}, {{QStringLiteral("timeType"), 5U}}}}) {
         SCOPED_TRACE(name);
         show(10, 20);
