@@ -75,6 +75,29 @@ void ChartSplitView::removeAllGraphs(QZPaintControl& sender)
         Q_EMIT figuresRemoved();
 }
 
+void ChartSplitView::changeShapeTo(std::int64_t shapeType, const QImage& imageThumbnail)
+{
+    QZPaintSplitView::changeShapeTo(shapeType, imageThumbnail);
+    Q_EMIT drawingChanged();
+}
+
+void ChartSplitView::showOrHiddenAllGraphs(QZPaintControl& sender)
+{
+    QZPaintSplitView::showOrHiddenAllGraphs(sender);
+    Q_EMIT drawingChanged();
+}
+
+std::shared_ptr<QZPaintGraph> ChartSplitView::figureInCreation() const
+{
+    std::shared_ptr<QZPaintGraph> furthest;
+    for (const ChartPane* pane : panes_) {
+        const auto figure = pane->paintLayer()->currentGraph();
+        if (figure && figure->isEditing() && (!furthest || figure->currentPoint() > furthest->currentPoint()))
+            furthest = figure;
+    }
+    return furthest;
+}
+
 void ChartSplitView::mousePressEvent(QMouseEvent* event)
 {
     const QZPaintManagerView* before = activeView();
@@ -82,6 +105,7 @@ void ChartSplitView::mousePressEvent(QMouseEvent* event)
     startPanning(*event);
     if (activeView() != before)
         Q_EMIT activePaneChanged();
+    Q_EMIT drawingChanged();
 }
 
 void ChartSplitView::mouseDoubleClickEvent(QMouseEvent* event)
@@ -158,6 +182,7 @@ void ChartSplitView::keyPressEvent(QKeyEvent* event)
 {
     QZPaintSplitView::keyPressEvent(event);
     event->setAccepted(scrollByKey(*event));
+    Q_EMIT drawingChanged();
 }
 
 bool ChartSplitView::scrollByKey(const QKeyEvent& event)

@@ -27,13 +27,19 @@ public:
     void setChartData(const std::shared_ptr<const ChartData>& shown);
     void applyTheme();
 
+    void changeShapeTo(std::int64_t shapeType, const QImage& imageThumbnail) override;
     void removeAllGraphs(QZPaintControl& sender) override;
+    void showOrHiddenAllGraphs(QZPaintControl& sender) override;
+    /// The figure that is being drawn, in whichever pane it is furthest; null for none.
+    [[nodiscard]] std::shared_ptr<QZPaintGraph> figureInCreation() const;
 
 Q_SIGNALS:
     /// The bar under the mouse, loaded or not; nothing when the mouse is on no pane's plot.
     void barPointedAt(std::optional<int> bar);
     /// A press chose another pane, or none.
     void activePaneChanged();
+    /// A tool was chosen, a point placed, a key pressed, or the figures were hidden or shown.
+    void drawingChanged();
     /// The user deleted all figures, or was asked and kept them.
     void figuresRemoved();
 

@@ -8,6 +8,7 @@
 #include "platform/QZGlobalEnv.h"
 #include "surface/QZPaintLayer.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -19,12 +20,14 @@
 #include <QToolBar>
 #include <QWindow>
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 
 namespace {
 
 constexpr std::chrono::milliseconds storeInterval(500);
+constexpr std::chrono::seconds retryInterval(10);
 
 } // namespace
 
@@ -52,6 +55,7 @@ ChartWindow::ChartWindow(QWidget* parent)
     storeTimer_.start();
     connect(chart_, &ChartSplitView::activePaneChanged, this, &ChartWindow::followPane);
     connect(chart_, &ChartSplitView::barPointedAt, this, &ChartWindow::describeBar);
+    connect(chart_, &ChartSplitView::drawingChanged, this, &ChartWindow::describeDrawing);
 
     QZNotificationCenter& center = QZNotificationCenter::defaultCenter();
     styleObservation_ =
@@ -146,7 +150,8 @@ void ChartWindow::showBars(const BarReadResult& result)
     chart_->setChartData(data_);
     if (!isSameGroup)
         loadFigures();
-    summary_->setText(result.summary());
+    barsRead_ = result.summary();
+    describeDrawing();
     setWindowTitle(tr("%1 - qzchart").arg(data_->series.name()));
     describeBar(std::nullopt);
     followPane();
@@ -156,10 +161,10 @@ void ChartWindow::storeFigures()
 {
     if (data_->series.isEmpty())
         return;
-    bool isStored = true;
-    for (ChartPane* pane : chart_->panes())
-        isStored &= pane->storeDB();
+    // A locked file is waited for: once, and not again at once.
+    const bool isStored = std::ranges::all_of(chart_->panes(), [](ChartPane* pane) { return pane->storeDB(); });
     storeFailure_->setVisible(!isStored);
+    storeTimer_.setInterval(isStored ? storeInterval : retryInterval);
 }
 
 void ChartWindow::releaseTools()
@@ -211,6 +216,7 @@ void ChartWindow::changeEvent(QEvent* event)
     chart_->resetPiantConfigDelegate();
     palette_.takeOver();
     followPane();
+    describeDrawing();
 }
 
 void ChartWindow::applyTheme()
@@ -233,6 +239,22 @@ void ChartWindow::describeBar(std::optional<int> bar)
     }
     if (barLabel_->text() != text)
         barLabel_->setText(text);
+}
+
+void ChartWindow::describeDrawing()
+{
+    QString text = barsRead_;
+    if (QZPaintControl::sharedManager().isHidden()) {
+        text = tr("The drawings are hidden: the eye of the drawing tools shows them again");
+    } else if (const auto figure = chart_->figureInCreation()) {
+        const QAbstractButton* button = ChartPalette::button(static_cast<QZShapeType>(figure->type()));
+        const QString tool = button == nullptr ? strQZShapeType(figure->type()) : button->accessibleName();
+        const int next = figure->currentPoint().value_or(0) + 1;
+        text = figure->maxPointCount() == 1
+                   ? tr("%1: click its place; Escape cancels").arg(tool)
+                   : tr("%1: click point %2 of %3; Escape cancels").arg(tool).arg(next).arg(figure->maxPointCount());
+    }
+    summary_->setText(text);
 }
 
 void ChartWindow::keyPressEvent(QKeyEvent* event)

@@ -52,11 +52,14 @@ private:
     void followPane();
     void applyTheme();
     void describeBar(std::optional<int> bar);
+    /// Tells what the chosen tool waits for, or that the figures are hidden; else what is shown.
+    void describeDrawing();
 
     std::shared_ptr<const ChartData> data_ = std::make_shared<const ChartData>();
     ChartSplitView* chart_;
     ChartPalette palette_;
     RangeStatisticsWindow statistics_;
+    QString barsRead_; ///< where they come from and how many
     QLabel* summary_;
     QLabel* barLabel_;
     QLabel* storeFailure_;

@@ -1,9 +1,13 @@
 #include "ChartFixture.h"
+#include "app/chart/ChartPalette.h"
 #include "app/chart/CustomPlot.h"
 #include "model/QZPlaneGeometry.h"
 #include "platform/QZGlobalEnv.h"
 #include "support/Contrast.h"
 
+#include <QAbstractButton>
+#include <QLabel>
+#include <QStatusBar>
 #include <QWindow>
 
 #include <limits>
@@ -75,6 +79,26 @@ TEST_F(ChartTest, FindsBarsFarBeyondWhatScrollingReachesAndSnapsToThem)
     EXPECT_EQ(candles.convertPointForMagnet({x, high + 11}, 0), (QZPoint{scale.xOf(250), high}));
     EXPECT_EQ(candles.convertPointForMagnet({x, high + 13}, 0), (QZPoint{scale.xOf(250), high + 13}));
     EXPECT_EQ(candles.convertPointForMagnet({scale.xOf(302.3), high}, 0), (QZPoint{scale.xOf(302), high}));
+}
+
+TEST_F(ChartTest, TellsWhatTheChosenToolWaitsFor)
+{
+    const auto told = [this] { return window.statusBar()->findChild<QLabel*>()->text().toStdString(); };
+    const std::string idle = told();
+    user.key(Qt::Key_1);
+    EXPECT_EQ(told(), "Trend segment: click point 1 of 2; Escape cancels");
+    user.click(at(250, 100));
+    EXPECT_EQ(told(), "Trend segment: click point 2 of 2; Escape cancels");
+    user.click(at(260, 101));
+    EXPECT_EQ(told(), idle);
+    ChartPalette::button(QZSTToolUp)->click();
+    EXPECT_EQ(told(), "Rise mark: click its place; Escape cancels");
+    user.key(Qt::Key_Escape);
+    EXPECT_EQ(told(), idle);
+    for (const bool isHidden : {true, false}) {
+        ChartPalette::button(QZSTToolEye)->click();
+        EXPECT_EQ(told().starts_with("The drawings are hidden"), isHidden);
+    }
 }
 
 TEST_F(ChartTest, TellsOfTheBarUnderTheMouse)
