@@ -9,8 +9,9 @@
 
 namespace {
 
-constexpr std::array digitTools{QZSTLineSegment,  QZSTStraight, QZSTRay,
-                                QZSTArrowSegment, QZSTHorizon,  QZSTToolPriceLine};
+/// In the palette's order.
+constexpr std::array digitTools{QZSTLineSegment,  QZSTRay,     QZSTStraight,
+                                QZSTArrowSegment, QZSTHorizon, QZSTToolPriceLine};
 
 } // namespace
 

@@ -180,9 +180,20 @@ void ChartSplitView::turnWheel(const ChartPane& pane, const QWheelEvent& event)
 
 void ChartSplitView::keyPressEvent(QKeyEvent* event)
 {
+    const bool cancels = figureInCreation() != nullptr;
     QZPaintSplitView::keyPressEvent(event);
+    if (event->key() == Qt::Key_Escape && !cancels)
+        deselect();
     event->setAccepted(scrollByKey(*event));
     Q_EMIT drawingChanged();
+}
+
+void ChartSplitView::deselect()
+{
+    for (const ChartPane* pane : panes_) {
+        pane->paintLayer()->cancelCurrentGraph();
+        pane->paintLayer()->setNeedsDisplay();
+    }
 }
 
 bool ChartSplitView::scrollByKey(const QKeyEvent& event)

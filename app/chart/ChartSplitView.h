@@ -13,7 +13,8 @@
 
 /// The chart: panes over one time axis, one above the other. What the mouse does not do to a figure it does to the
 /// chart: dragging scrolls, the wheel zooms about the pointer (scrolls with Ctrl, or sideways). Arrow keys scroll, with
-/// Shift by a screen; + and - zoom; Home and End go to the first and the last bar.
+/// Shift by a screen; + and - zoom; Home and End go to the first and the last bar. Escape cancels the figure in
+/// creation, else it deselects.
 class ChartSplitView : public QZPaintSplitView {
     Q_OBJECT
 
@@ -60,6 +61,7 @@ private:
     void pan(QPointF position);
     void stopPanning();
     void turnWheel(const ChartPane& pane, const QWheelEvent& event);
+    void deselect();
     bool scrollByKey(const QKeyEvent& event);
     /// Shows what is at a place of this widget, the mouse's, in every pane; nothing for no place.
     void pointAt(std::optional<QPointF> position);

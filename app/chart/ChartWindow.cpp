@@ -44,6 +44,7 @@ ChartWindow::ChartWindow(QWidget* parent)
     resize(1280, 800);
     setCentralWidget(chart_);
     addMenu();
+    addHelp();
     addTools();
     statusBar()->addWidget(summary_, 1);
     storeFailure_->hide();
@@ -74,6 +75,27 @@ void ChartWindow::addMenu()
     file->addAction(tr("Change login &user…"), this, &ChartWindow::changeUser);
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+}
+
+void ChartWindow::addHelp()
+{
+    const auto showKeys = [this] {
+        QString rows;
+        for (const auto& [keys, meaning] :
+             {std::pair{tr("P"), tr("open or close the drawing tools")},
+              {tr("1 to 6"), tr("choose a line, in the order of the tools")},
+              {tr("Escape"), tr("cancel the figure that is being drawn, else deselect")},
+              {tr("Delete, Backspace"), tr("delete the selected figure")},
+              {tr("S"), tr("range statistics: drag the band or its edges")},
+              {tr("Left, Right"), tr("scroll; with Shift by a screen")},
+              {tr("+, -, wheel"), tr("zoom; the wheel scrolls with Ctrl")},
+              {tr("Home, End"), tr("go to the first or to the newest bar")},
+              {tr("T"), tr("switch between the light and the dark theme")},
+              {tr("Ctrl+O, Ctrl+N, Ctrl+Q"), tr("open bars here or in a new window, quit")}})
+            rows += QStringLiteral("<tr><td><b>%1</b>&nbsp;&nbsp;</td><td>%2</td></tr>").arg(keys, meaning);
+        QMessageBox::information(this, tr("Keys"), QStringLiteral("<table>%1</table>").arg(rows));
+    };
+    menuBar()->addMenu(tr("&Help"))->addAction(tr("&Keys…"), QKeySequence::HelpContents, this, showKeys);
 }
 
 void ChartWindow::addTools()

@@ -35,6 +35,7 @@ protected:
 
 private:
     void addMenu();
+    void addHelp();
     void addTools();
     void openWindow();
     /// Shows the file that the user picks in `target`; false when there is nothing to show.

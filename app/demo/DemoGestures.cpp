@@ -18,8 +18,8 @@
 namespace {
 
 constexpr Qt::Key segment = Qt::Key_1;
-constexpr Qt::Key straightLine = Qt::Key_2;
-constexpr Qt::Key ray = Qt::Key_3;
+constexpr Qt::Key straightLine = Qt::Key_3;
+constexpr Qt::Key ray = Qt::Key_2;
 constexpr Qt::Key arrow = Qt::Key_4;
 constexpr Qt::Key horizontalLine = Qt::Key_5;
 constexpr Qt::Key priceLine = Qt::Key_6;

@@ -91,6 +91,9 @@ TEST_F(ChartTest, TellsWhatTheChosenToolWaitsFor)
     EXPECT_EQ(told(), "Trend segment: click point 2 of 2; Escape cancels");
     user.click(at(260, 101));
     EXPECT_EQ(told(), idle);
+    EXPECT_TRUE(figure()->isSelected());
+    user.key(Qt::Key_Escape);
+    EXPECT_FALSE(figure()->isSelected());
     ChartPalette::button(QZSTToolUp)->click();
     EXPECT_EQ(told(), "Rise mark: click its place; Escape cancels");
     user.key(Qt::Key_Escape);
