@@ -3,8 +3,11 @@
 #include "app/calendar/ChartCycle.h"
 #include "app/chart/AxisTicks.h"
 #include "app/chart/ChartSplitView.h"
+#include "model/QZDrawingTypes.h"
 #include "panels/QZPaintControl.h"
+#include "platform/QZAlert.h"
 #include "platform/QZFont.h"
+#include "platform/QZFrameComFun.h"
 #include "platform/QZGlobalEnv.h"
 #include "surface/QZPaintLayer.h"
 
@@ -52,7 +55,7 @@ ChartWindow::ChartWindow(QWidget* parent)
     statusBar()->addPermanentWidget(barLabel_);
     // A crash costs what was done since.
     storeTimer_.setInterval(storeInterval);
-    connect(&storeTimer_, &QTimer::timeout, this, &ChartWindow::storeFigures);
+    connect(&storeTimer_, &QTimer::timeout, this, [this] { storeFigures(); });
     storeTimer_.start();
     connect(chart_, &ChartSplitView::activePaneChanged, this, &ChartWindow::followPane);
     connect(chart_, &ChartSplitView::barPointedAt, this, &ChartWindow::describeBar);
@@ -150,6 +153,8 @@ bool ChartWindow::openFile(ChartWindow& target)
         other->activateWindow();
         return false;
     }
+    if (!target.shows(result.series) && !target.mayLeaveFigures())
+        return false;
     target.showBars(result);
     return true;
 }
@@ -179,14 +184,28 @@ void ChartWindow::showBars(const BarReadResult& result)
     followPane();
 }
 
-void ChartWindow::storeFigures()
+bool ChartWindow::storeFigures()
 {
     if (data_->series.isEmpty())
-        return;
+        return true;
     // A locked file is waited for: once, and not again at once.
     const bool isStored = std::ranges::all_of(chart_->panes(), [](ChartPane* pane) { return pane->storeDB(); });
     storeFailure_->setVisible(!isStored);
     storeTimer_.setInterval(isStored ? storeInterval : retryInterval);
+    return isStored;
+}
+
+bool ChartWindow::mayLeaveFigures()
+{
+    releaseTools();
+    const auto hasFigures = [](const ChartPane* pane) { return pane->paintLayer()->graphs().count() > 0; };
+    if (storeFigures() || std::ranges::none_of(chart_->panes(), hasFigures))
+        return true;
+    const QString file = QZFrameComFun::getUserAccountFilePath(databaseFileName, true);
+    return QZAlert::run({.message = tr("The drawings cannot be stored in %1. What changed since they were last stored "
+                                       "would be lost.")
+                                        .arg(file),
+                         .buttons = {tr("Keep them on the screen"), tr("Lose the changes")}}) != QZAlert::firstButton;
 }
 
 void ChartWindow::releaseTools()
@@ -210,16 +229,17 @@ void ChartWindow::changeUser()
                                                environment.loginUser(), &isAccepted);
     if (!isAccepted || user.trimmed() == environment.loginUser())
         return;
-    releaseTools();
-    storeFigures();
+    if (!mayLeaveFigures())
+        return;
     environment.setLoginUser(user.trimmed());
 }
 
 void ChartWindow::closeEvent(QCloseEvent* event)
 {
-    releaseTools();
-    storeFigures();
-    QMainWindow::closeEvent(event);
+    if (mayLeaveFigures())
+        QMainWindow::closeEvent(event);
+    else
+        event->ignore();
 }
 
 void ChartWindow::followPane()

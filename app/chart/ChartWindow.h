@@ -45,7 +45,9 @@ private:
     /// Cancels what is being drawn and selected, and lets go of the palette's tool.
     void releaseTools();
     /// Writes what changed and takes over what another program changed; says so while that fails.
-    void storeFigures();
+    bool storeFigures();
+    /// Stores what is shown; where that fails the user decides whether it may be lost.
+    bool mayLeaveFigures();
     void loadFigures();
     void changeUser();
     static void switchTheme();

@@ -2,8 +2,10 @@
 #include "app/chart/ChartPalette.h"
 #include "app/chart/CustomPlot.h"
 #include "model/QZPlaneGeometry.h"
+#include "platform/QZAlert.h"
 #include "platform/QZGlobalEnv.h"
 #include "support/Contrast.h"
+#include "surface/QZGraphDatabase.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -248,6 +250,27 @@ TEST_F(ChartTest, ACrashCostsNothingAndTwoProgramsShareAStock)
 }
 
 // A drag at the mouse's full speed is a single move.
+TEST_F(ChartTest, AsksBeforeFiguresThatCannotBeStoredAreLost)
+{
+    drawSegment(250, 260);
+    ASSERT_TRUE(candles.graphDatabase()->executeUpdate(
+        "CREATE TRIGGER full BEFORE INSERT ON GraphTable BEGIN SELECT RAISE(ABORT, 'full'); END"));
+    drawSegment(240, 245);
+    int questions = 0;
+    int answer = 0;
+    const auto runner = QZAlert::setRunner([&](const QZAlertRequest& question) {
+        ++questions;
+        return question.message.contains(QStringLiteral("cannot be stored")) ? QZAlert::firstButton + answer : -1;
+    });
+    EXPECT_FALSE(window.close());
+    EXPECT_TRUE(window.isVisible());
+    answer = 1;
+    EXPECT_TRUE(window.close());
+    EXPECT_EQ(questions, 2);
+    QZAlert::setRunner(runner);
+    EXPECT_TRUE(candles.graphDatabase()->executeUpdate("DROP TRIGGER full"));
+}
+
 TEST_F(ChartTest, HoldsADraggedFigureAtTheEdgeBeyondWhichNoScreenRemains)
 {
     // Bars scrolled from the start, first bar of a segment of ten, bars it is moved, index where its first point then
