@@ -47,6 +47,21 @@ std::optional<std::int32_t> checkedTime(std::int32_t hour, std::int32_t minute, 
     return hour * 10000 + minute * 100 + second;
 }
 
+enum class HalfOfDay { None, First, Second };
+
+/// Takes "AM" or "PM", in whatever case, off the end of `text`.
+HalfOfDay takeHalfOfDay(std::string_view& text)
+{
+    if (text.size() < 3 || (text.back() != 'M' && text.back() != 'm'))
+        return HalfOfDay::None;
+    const char letter = text[text.size() - 2];
+    const bool isFirst = letter == 'A' || letter == 'a';
+    if (!isFirst && letter != 'P' && letter != 'p')
+        return HalfOfDay::None;
+    text = trimmed(text.substr(0, text.size() - 2));
+    return isFirst ? HalfOfDay::First : HalfOfDay::Second;
+}
+
 bool isZoneSuffix(std::string_view text)
 {
     if (text.empty() || text == "Z" || text == "z")
@@ -62,7 +77,7 @@ std::optional<std::int32_t> takeDate(std::string_view& text)
     const auto year = takeDigits(text, 4, 4);
     if (!year)
         return std::nullopt;
-    const char separator = !text.empty() && text.front() == '/' ? '/' : '-';
+    const char separator = !text.empty() && (text.front() == '/' || text.front() == '.') ? text.front() : '-';
     const std::size_t leastDigits = compact ? 2 : 1;
     if (!compact && !take(text, separator))
         return std::nullopt;
@@ -124,19 +139,26 @@ std::string_view trimmed(std::string_view text)
 std::optional<std::int32_t> parseTimeOfDay(std::string_view text)
 {
     text = trimmed(text);
-    const auto hour = takeDigits(text, 1, 2);
-    if (!hour || !take(text, ':'))
+    const auto half = takeHalfOfDay(text);
+    const bool compact = (text.size() == 4 || text.size() == 6) && allDigits(text);
+    auto hour = takeDigits(text, compact ? 2 : 1, 2);
+    if (!hour || (!compact && !take(text, ':')))
         return std::nullopt;
     const auto minute = takeDigits(text, 2, 2);
     if (!minute)
         return std::nullopt;
     std::optional<std::int32_t> second = 0;
-    if (take(text, ':')) {
+    if ((compact && !text.empty()) || take(text, ':')) {
         second = takeDigits(text, 2, 2);
         if (!second)
             return std::nullopt;
         if (take(text, '.'))
             text.remove_prefix(std::min(text.find_first_not_of("0123456789"), text.size()));
+    }
+    if (half != HalfOfDay::None) {
+        if (*hour < 1 || *hour > 12)
+            return std::nullopt;
+        hour = *hour % 12 + (half == HalfOfDay::Second ? 12 : 0);
     }
     return isZoneSuffix(trimmed(text)) ? checkedTime(*hour, *minute, *second) : std::nullopt;
 }
@@ -148,7 +170,7 @@ std::optional<BarTime> parseBarMoment(std::string_view text)
         if (const auto moment = parseFourteenDigits(text))
             return moment;
     }
-    const bool dashed = text.size() > 4 && (text[4] == '-' || text[4] == '/');
+    const bool dashed = text.size() > 4 && (text[4] == '-' || text[4] == '/' || (text[4] == '.' && text.size() > 7));
     const bool compact =
         text.size() >= 8 && allDigits(text.substr(0, 8)) && (text.size() == 8 || text[8] == ' ' || text[8] == 'T');
     if (!dashed && !compact)

@@ -42,6 +42,17 @@ std::string plainName(std::string_view field)
     return name;
 }
 
+/// "1,234,567.8": a comma before each three digits of the whole part.
+bool hasThousandsSeparators(std::string_view number)
+{
+    const std::string_view whole = number.substr(0, number.find('.'));
+    for (std::size_t comma = whole.find(','); comma != std::string_view::npos; comma = whole.find(',', comma + 1)) {
+        if (comma == 0 || (whole.size() - comma) % 4 != 0)
+            return false;
+    }
+    return number.find(',', whole.size()) == std::string_view::npos;
+}
+
 /// Takes the quoted field at the front of `rest`, quotes excluded. Doubled quotes stay doubled: no value has any.
 bool takeQuoted(std::string_view& rest, std::string_view& field)
 {
@@ -89,11 +100,11 @@ QString BarRowParser::readHeader(std::string_view line)
         return found == names.end() ? -1 : static_cast<int>(found - names.begin());
     };
 
-    const int date = column("date");
+    const int date = std::max(column("date"), column("tradedate"));
     const int time = column("time");
     clock_ = date >= 0 ? time : -1;
     moment_ = date;
-    for (const std::string_view name : {"datetime", "timestamp", "time"}) {
+    for (const std::string_view name : {"datetime", "timestamp", "opentime", "time"}) {
         if (column(name) >= 0 && (moment_ < 0 || clock_ < 0)) {
             moment_ = column(name);
             break;
@@ -103,7 +114,10 @@ QString BarRowParser::readHeader(std::string_view line)
     high_ = column("high");
     low_ = column("low");
     close_ = column("close");
-    volume_ = std::max(column("volume"), column("vol"));
+    for (const std::string_view name : {"volume", "vol", "basevolume", "tickvol"}) {
+        if (volume_ = column(name); volume_ >= 0)
+            break;
+    }
 
     if (std::max({moment_, open_, high_, low_, close_}) < 0)
         return QStringLiteral("no header line with the columns date, open, high, low and close");
@@ -165,10 +179,8 @@ const char* BarRowParser::readPrices(Bar& bar) const
         return "volume is not a number";
     if (bar.volume < 0)
         return "negative volume";
-    if (std::min({bar.open, bar.high, bar.low, bar.close}) <= 0)
-        return "price is not positive";
 
-    const double slack = bar.high * roundingTolerance;
+    const double slack = std::max(std::abs(bar.high), std::abs(bar.low)) * roundingTolerance;
     if (bar.high < bar.low - slack)
         return "high below low";
     const auto isOutside = [&](double price) { return price > bar.high + slack || price < bar.low - slack; };
@@ -186,9 +198,13 @@ bool BarRowParser::readNumber(int column, double& value) const
 {
     std::string_view text = trimmed(fields_[static_cast<std::size_t>(column)]);
     std::array<char, 64> buffer{};
-    if (delimiter_ == ';' && text.find(',') != std::string_view::npos && text.size() <= buffer.size()) {
-        std::replace_copy(text.begin(), text.end(), buffer.begin(), ',', '.');
-        text = {buffer.data(), text.size()};
+    if (text.find(',') != std::string_view::npos && text.size() <= buffer.size()) {
+        const bool isGrouped = delimiter_ != ';' && hasThousandsSeparators(text);
+        if (delimiter_ != ';' && !isGrouped)
+            return false;
+        const auto end = isGrouped ? std::remove_copy(text.begin(), text.end(), buffer.begin(), ',')
+                                   : std::replace_copy(text.begin(), text.end(), buffer.begin(), ',', '.');
+        text = {buffer.data(), static_cast<std::size_t>(end - buffer.begin())};
     }
     const char* const end = text.data() + text.size();
     const auto [stop, status] = std::from_chars(text.data(), end, value);

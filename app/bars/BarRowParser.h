@@ -14,7 +14,8 @@ struct BarRow {
 };
 
 /// Understands the lines of a delimited bar file (UTF-8, without their line ends). Commas, semicolons and tabs
-/// delimit; a file with semicolons may write decimal commas. Columns are found by the names in the header.
+/// delimit; a file with semicolons may write decimal commas, in others a comma may stand before each three digits of a
+/// quoted number. Columns are found by the names in the header. Prices may be negative, as those of futures were.
 class BarRowParser {
 public:
     /// Learns delimiter and columns from the header. Returns what is wrong with it, a null string if nothing is.

@@ -43,6 +43,11 @@ TEST(BarReader, UnderstandsEveryLayout)
              Row{"fourteen digits", "time,OHLC\n20200102093000,BAR\n2020-01-02 09:31,BAR\n", 20200102093000, 0},
              Row{"epoch seconds, minutes", "timestamp,OHLC\n1577957400,BAR\n1577957460,BAR\n", 20200102093000, 0},
              Row{"milliseconds, a bar a day", "date,OHLC\n1577957400000,BAR\n1578043800000,BAR\n", 20200102000000, 0},
+             Row{"dots, four digits", "trade_date,time,OHLC\n2020.01.02,0930,BAR\n2020.1.2,093105,BAR\n",
+                 20200102093000, 0},
+             Row{"halves of a day", "open_time,OHLC\n2020-01-02 12:05 AM,BAR\n2020-01-02 1:00:07 pm,BAR\n",
+                 20200102000500, 0},
+             Row{"thousands", "date,OHLC,vol\n2020-01-02,BAR,\"1,234,567\"\n", 20200102000000, 1234567},
              Row{"epoch before 1970", "date,OHLC\n-315532800,BAR\n", 19600102000000, 0},
          }) {
         SCOPED_TRACE(name);
@@ -65,7 +70,8 @@ TEST(BarReader, SkipsBadRowsAndSaysWhy)
              Row{"2020-01-02,10,11abc,9,10,1", "high is not a number"},
              Row{"2020-01-02,10,11,9,10,many", "volume is not a number"},
              Row{"2020-01-02,10,11,9,10,-1", "negative volume"},
-             Row{"2020-01-02,0,11,0,10,1", "price is not positive"},
+             Row{"2020-01-02,10,11,9,10,\"12,34\"", "volume is not a number"},
+             Row{"2020-01-02 13:00 PM,10,11,9,10,1", "unreadable date"},
              Row{"2020-01-02,10,9,11,10,1", "high below low"},
              Row{"2020-01-02,12,11,9,10,1", "open outside high and low"},
              Row{"2020-01-02,10,11,9,8.99,1", "close outside high and low"},
@@ -105,6 +111,7 @@ TEST(BarReader, SortsWidensARangeByRoundingAndLetsTheLastDuplicateWin)
     EXPECT_EQ(result.series.priceRange(0, 0)->high, 20.000001);
     EXPECT_EQ(result.series.priceRange(0, 0)->low, 10.0);
     EXPECT_EQ(result.series.bars().back().close, 4.0);
+    EXPECT_EQ(read("date,open,high,low,close\n2020-04-20,1,2,-40.3200001,-40.32\n").series.at(0).low, -40.3200001);
 }
 
 TEST(BarReader, NamesWhatMakesAFileUnusable)
