@@ -1,6 +1,7 @@
 #include "app/chart/ChartWindow.h"
 
 #include "app/calendar/ChartCycle.h"
+#include "app/calendar/Resample.h"
 #include "app/chart/AxisTicks.h"
 #include "app/chart/ChartSplitView.h"
 #include "model/QZDrawingTypes.h"
@@ -13,6 +14,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QKeyEvent>
@@ -39,6 +41,7 @@ ChartWindow::ChartWindow(QWidget* parent)
       chart_(new ChartSplitView(this)),
       palette_(*this),
       statistics_(*chart_),
+      periods_(new QComboBox(this)),
       summary_(new QLabel(this)),
       barLabel_(new QLabel(this)),
       storeFailure_(new QLabel(tr("The drawings cannot be stored at present"), this))
@@ -113,6 +116,15 @@ void ChartWindow::addTools()
         [this] { palette_.toggle(); });
     add(tr("Range statistics"), tr("Show what the bars under a band came to (S); drag the band or its edges"),
         [this] { statistics_.toggle(); });
+    periods_->setToolTip(tr("Period of a bar"));
+    periods_->setFocusPolicy(Qt::NoFocus); // keys stay with the chart
+    bar->addWidget(periods_);
+    connect(periods_, &QComboBox::activated, this, [this](int index) {
+        const auto cycle = static_cast<QZPaintCycle>(periods_->itemData(index).toInt());
+        if (cycle != cycle_ && mayLeaveFigures())
+            showCycle(cycle, false);
+        periods_->setCurrentIndex(periods_->findData(cycle_));
+    });
     add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"), &ChartWindow::switchTheme);
 }
 
@@ -161,23 +173,36 @@ bool ChartWindow::openFile(ChartWindow& target)
 
 bool ChartWindow::shows(const BarSeries& series) const
 {
-    return series.name() == data_->series.name() && cycleOf(series) == cycleOf(data_->series);
+    return series.name() == read_.series.name() && cycleOf(series) == cycleOf(read_.series);
 }
 
 void ChartWindow::showBars(const BarReadResult& result)
 {
+    const bool isSameStock = shows(result.series);
+    const QZPaintCycle base = cycleOf(result.series);
+    read_ = result;
+    barsRead_ = result.summary();
+    periods_->clear();
+    for (const QZPaintCycle cycle : longerCycles(base))
+        periods_->addItem(cycleName(cycle), cycle);
+    // The same stock again, perhaps with more bars: the figures stay where they are.
+    showCycle(isSameStock ? cycle_ : base, isSameStock);
+}
+
+void ChartWindow::showCycle(QZPaintCycle cycle, bool keepsFigures)
+{
     statistics_.close();
-    // The same stock and period again, perhaps with more bars: the figures stay where they are.
-    const bool isSameGroup = shows(result.series);
-    if (!isSameGroup) {
+    if (!keepsFigures) {
         releaseTools();
         storeFigures();
     }
-    data_ = std::make_shared<const ChartData>(result.series);
+    cycle_ = cycle;
+    periods_->setCurrentIndex(periods_->findData(cycle));
+    data_ = std::make_shared<const ChartData>(cycle == cycleOf(read_.series) ? read_.series
+                                                                             : resampled(read_.series, cycle));
     chart_->setChartData(data_);
-    if (!isSameGroup)
+    if (!keepsFigures)
         loadFigures();
-    barsRead_ = result.summary();
     describeDrawing();
     setWindowTitle(tr("%1 - qzchart").arg(data_->series.name()));
     describeBar(std::nullopt);
@@ -218,7 +243,7 @@ void ChartWindow::releaseTools()
 void ChartWindow::loadFigures()
 {
     for (ChartPane* pane : chart_->panes())
-        pane->loadDB(data_->series.name(), cycleOf(data_->series), pane->objectName());
+        pane->loadDB(data_->series.name(), cycle_, pane->objectName());
 }
 
 void ChartWindow::changeUser()

@@ -13,6 +13,7 @@
 #include <optional>
 
 class ChartSplitView;
+class QComboBox;
 class QLabel;
 
 /// The reference host's window: candles above volume, drawing tools, and what the bar under the mouse says.
@@ -40,7 +41,10 @@ private:
     void openWindow();
     /// Shows the file that the user picks in `target`; false when there is nothing to show.
     bool openFile(ChartWindow& target);
-    /// Whether `series` is the stock and period on show.
+    /// Shows the bars that were read put together to a period of their list, with the figures of that period unless
+    /// those on show are its.
+    void showCycle(QZPaintCycle cycle, bool keepsFigures);
+    /// Whether `series` is of the stock that was read, and of its period.
     [[nodiscard]] bool shows(const BarSeries& series) const;
     /// Cancels what is being drawn and selected, and lets go of the palette's tool.
     void releaseTools();
@@ -62,6 +66,9 @@ private:
     ChartSplitView* chart_;
     ChartPalette palette_;
     RangeStatisticsWindow statistics_;
+    BarReadResult read_;
+    QZPaintCycle cycle_ = QZPCCandlestickCycleDay; ///< on show
+    QComboBox* periods_;
     QString barsRead_; ///< where they come from and how many
     QLabel* summary_;
     QLabel* barLabel_;

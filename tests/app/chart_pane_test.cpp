@@ -8,6 +8,7 @@
 #include "surface/QZGraphDatabase.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QLabel>
 #include <QStatusBar>
 #include <QWindow>
@@ -225,6 +226,24 @@ TEST_F(ChartTest, FiguresComeBackWithTheirStockPeriodAndUser)
     ChartWindow later;
     later.showBars(market(other));
     EXPECT_EQ(firstDates(later), (Dates{second[0], bars()[230].date}));
+}
+
+TEST_F(ChartTest, EachPeriodHasItsFigures)
+{
+    drawSegment(250, 260);
+    auto& periods = *window.findChild<QComboBox*>();
+    const auto choose = [&periods](int index) {
+        periods.setCurrentIndex(index);
+        Q_EMIT periods.activated(index);
+        return periods.currentText();
+    };
+    EXPECT_EQ(choose(2), QStringLiteral("Month"));
+    EXPECT_EQ(bars().size(), 14U);
+    EXPECT_EQ(candles.paintLayer()->graphs().count(), 0U);
+    window.showBars(market(stock)); // read again, the period stays
+    EXPECT_EQ(bars().size(), 14U);
+    EXPECT_EQ(choose(0), QStringLiteral("Day"));
+    EXPECT_EQ(candles.paintLayer()->graphs().count(), 1U);
 }
 
 TEST_F(ChartTest, ACrashCostsNothingAndTwoProgramsShareAStock)

@@ -1,5 +1,6 @@
 #include "app/bars/CivilDate.h"
 #include "app/calendar/ChartCycle.h"
+#include "app/calendar/Resample.h"
 #include "app/calendar/TradingCalendar.h"
 
 #include <algorithm>
@@ -127,6 +128,40 @@ TEST(ChartCycle, IsThatOfMostBars)
     EXPECT_EQ(cycleOf(BarSeries()), QZPCCandlestickCycleDay);
     EXPECT_EQ(cycleOf(seriesOf({{20200102, 93000}, {20200102, 93500}, {20200102, 94000}, {20200103, 93000}})),
               QZPCCandlestickCycleMin5);
+}
+
+TEST(Resample, PutsBarsTogetherByWeeksMonthsYearsAndSessions)
+{
+    const auto resampledTo = [](QZPaintCycle cycle, const std::vector<BarTime>& moments) {
+        std::vector<Bar> bars;
+        double price = 10;
+        for (const BarTime moment : moments) {
+            bars.push_back({moment.date, moment.time, price, price + 2, price - 1, price + 1, 100});
+            price += 1;
+        }
+        std::string text;
+        for (const Bar& bar : resampled(BarSeries(QString(), bars), cycle).bars())
+            text += QString::asprintf("%d %d %g %g %g %g %g;", bar.date % 10000, bar.time, bar.open, bar.high, bar.low,
+                                      bar.close, bar.volume)
+                        .toStdString();
+        return text;
+    };
+    // Monday and Tuesday; Thursday and Friday of the next year; the Monday after.
+    const std::vector<BarTime> days{{20241230, 0}, {20241231, 0}, {20250102, 0}, {20250103, 0}, {20250106, 0}};
+    EXPECT_EQ(resampledTo(QZPCCandlestickCycleWeek, days), "1230 0 10 15 9 14 400;106 0 14 16 13 15 100;");
+    EXPECT_EQ(resampledTo(QZPCCandlestickCycleMonth, days), "1230 0 10 13 9 12 200;102 0 12 16 11 15 300;");
+    EXPECT_EQ(resampledTo(QZPCCandlestickCycleQuarter, days), resampledTo(QZPCCandlestickCycleMonth, days));
+    EXPECT_EQ(resampledTo(QZPCCandlestickCycleYear, days), resampledTo(QZPCCandlestickCycleMonth, days));
+    // A session from 9:31 and one from 13:00; the second day's first minute saw no trade.
+    const std::vector<BarTime> minutes{{20250102, 93100},  {20250102, 93500}, {20250102, 93600}, {20250102, 130000},
+                                       {20250102, 130459}, {20250103, 93200}, {20250103, 93600}};
+    EXPECT_EQ(resampledTo(QZPCCandlestickCycleMin5, minutes),
+              "102 93100 10 13 9 12 200;102 93600 12 14 11 13 100;102 130000 13 16 12 15 200;"
+              "103 93200 15 17 14 16 100;103 93600 16 18 15 17 100;");
+    EXPECT_EQ(resampledTo(QZPCCandlestickCycleDay, minutes), "102 0 10 16 9 15 500;103 0 15 18 14 17 200;");
+    EXPECT_EQ(longerCycles(QZPCCandlestickCycleMonth),
+              (std::vector{QZPCCandlestickCycleMonth, QZPCCandlestickCycleQuarter, QZPCCandlestickCycleYear}));
+    EXPECT_EQ(cycleName(longerCycles(QZPCCandlestickCycleMin60).at(1)), QStringLiteral("120 minutes"));
 }
 
 } // namespace
