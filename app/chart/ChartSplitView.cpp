@@ -112,6 +112,7 @@ void ChartSplitView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     QZPaintSplitView::mouseDoubleClickEvent(event);
     startPanning(*event);
+    Q_EMIT drawingChanged();
 }
 
 // Only a press that neither places a point nor takes hold of a figure moves the chart.

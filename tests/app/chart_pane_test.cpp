@@ -272,7 +272,9 @@ TEST_F(ChartTest, ACrashCostsNothingAndTwoProgramsShareAStock)
 TEST_F(ChartTest, AsksBeforeFiguresThatCannotBeStoredAreLost)
 {
     drawSegment(250, 260);
-    ASSERT_TRUE(candles.graphDatabase()->executeUpdate(
+    ASSERT_TRUE(chart.panes()[0]->storeDB());
+    const auto database = ChartPane::graphDatabase();
+    ASSERT_TRUE(database->executeUpdate(
         "CREATE TRIGGER full BEFORE INSERT ON GraphTable BEGIN SELECT RAISE(ABORT, 'full'); END"));
     drawSegment(240, 245);
     int questions = 0;
@@ -287,7 +289,7 @@ TEST_F(ChartTest, AsksBeforeFiguresThatCannotBeStoredAreLost)
     EXPECT_TRUE(window.close());
     EXPECT_EQ(questions, 2);
     QZAlert::setRunner(runner);
-    EXPECT_TRUE(candles.graphDatabase()->executeUpdate("DROP TRIGGER full"));
+    EXPECT_TRUE(database->openWithFlags(6) && database->executeUpdate("DROP TRIGGER full"));
 }
 
 TEST_F(ChartTest, HoldsADraggedFigureAtTheEdgeBeyondWhichNoScreenRemains)
