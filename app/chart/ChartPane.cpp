@@ -144,7 +144,7 @@ void ChartPane::layOut()
 
 void ChartPane::pointAt(std::optional<int> bar, std::optional<double> y)
 {
-    std::optional<PaneOverlay::Crosshair> crosshair;
+    std::optional<Crosshair> crosshair;
     if (bar) {
         crosshair.emplace().x = scale_.xOf(*bar);
         if (showsDates_)

@@ -123,7 +123,7 @@ void ChartWindow::addTools()
         const auto cycle = static_cast<QZPaintCycle>(periods_->itemData(index).toInt());
         if (cycle != cycle_ && mayLeaveFigures())
             showCycle(cycle, false);
-        periods_->setCurrentIndex(periods_->findData(cycle_));
+        periods_->setCurrentIndex(periods_->findData(static_cast<int>(cycle_)));
     });
     add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"), &ChartWindow::switchTheme);
 }
@@ -184,7 +184,7 @@ void ChartWindow::showBars(const BarReadResult& result)
     barsRead_ = result.summary();
     periods_->clear();
     for (const QZPaintCycle cycle : longerCycles(base))
-        periods_->addItem(cycleName(cycle), cycle);
+        periods_->addItem(cycleName(cycle), static_cast<int>(cycle));
     // The same stock again, perhaps with more bars: the figures stay where they are.
     showCycle(isSameStock ? cycle_ : base, isSameStock);
 }
@@ -197,7 +197,7 @@ void ChartWindow::showCycle(QZPaintCycle cycle, bool keepsFigures)
         storeFigures();
     }
     cycle_ = cycle;
-    periods_->setCurrentIndex(periods_->findData(cycle));
+    periods_->setCurrentIndex(periods_->findData(static_cast<int>(cycle)));
     data_ = std::make_shared<const ChartData>(cycle == cycleOf(read_.series) ? read_.series
                                                                              : resampled(read_.series, cycle));
     chart_->setChartData(data_);

@@ -14,17 +14,17 @@ struct LegendPart {
     QColor color; ///< invalid for the legend's own
 };
 
+struct Crosshair {
+    double x = 0;            ///< px of the pane, the middle of the bar
+    std::optional<double> y; ///< px of the pane, downwards; only where the mouse is
+    QString dateTag;         ///< empty for none
+    QString valueTag;        ///< beside `y`
+};
+
 /// What a pane shows over its bars and below its figures: the crosshair with its tags on the axes, and the legend of
 /// one bar. It is painted by itself, so that following the mouse costs no redraw of the bars.
 class PaneOverlay final : public QWidget {
 public:
-    struct Crosshair {
-        double x = 0;            ///< px of the widget, the middle of the bar
-        std::optional<double> y; ///< px of the widget, downwards; only where the mouse is
-        QString dateTag;         ///< empty for none
-        QString valueTag;        ///< beside `y`
-    };
-
     explicit PaneOverlay(QWidget* parent);
 
     /// The area of the bars (px of the widget, y downwards): the legend stands inside, tags on its right and below it.

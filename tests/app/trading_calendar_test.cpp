@@ -140,7 +140,8 @@ TEST(Resample, PutsBarsTogetherByWeeksMonthsYearsAndSessions)
             price += 1;
         }
         std::string text;
-        for (const Bar& bar : resampled(BarSeries(QString(), bars), cycle).bars())
+        const BarSeries longer = resampled(BarSeries(QString(), bars), cycle);
+        for (const Bar& bar : longer.bars())
             text += QString::asprintf("%d %d %g %g %g %g %g;", bar.date % 10000, bar.time, bar.open, bar.high, bar.low,
                                       bar.close, bar.volume)
                         .toStdString();

@@ -77,7 +77,7 @@ const auto profile = [](const std::string& rows) { return xml("<dict><key>P</key
 
 class PaletteProfiles : public testing::Test {
 protected:
-    ~PaletteProfiles() override { QZFrameComFun::setRootFolder(rootBefore_); }
+    void TearDown() override { QZFrameComFun::setRootFolder(rootBefore_); }
 
     void write(const std::string& bytes)
     {
@@ -177,7 +177,7 @@ TEST_F(Palette, MasksEnableButtonsOfWhichTheEyeLeavesOnlyItself)
     EXPECT_FALSE(palette_.isMagnet());
     EXPECT_EQ(selected(), QZSTToolMagnet);
     click(QZSTRay);
-    palette_.setEnableTypes(mask & ~QZSTRay);
+    palette_.setEnableTypes(mask & ~static_cast<std::uint64_t>(QZSTRay));
     click(QZSTToolEye);
     EXPECT_EQ(selected(), QZSTToolEye) << "the chosen tool is let go of though the mask has lost it";
 }
