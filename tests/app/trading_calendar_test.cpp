@@ -141,10 +141,11 @@ TEST(Resample, PutsBarsTogetherByWeeksMonthsYearsAndSessions)
         }
         std::string text;
         const BarSeries longer = resampled(BarSeries(QString(), bars), cycle);
-        for (const Bar& bar : longer.bars())
+        for (const Bar& bar : longer.bars()) {
             text += QString::asprintf("%d %d %g %g %g %g %g;", bar.date % 10000, bar.time, bar.open, bar.high, bar.low,
                                       bar.close, bar.volume)
                         .toStdString();
+        }
         return text;
     };
     // Monday and Tuesday; Thursday and Friday of the next year; the Monday after.

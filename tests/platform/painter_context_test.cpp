@@ -43,10 +43,12 @@ Draw path(const std::vector<Points>& parts, Path kind = Path::Open)
 {
     return [=](QZGraphicsContext& context) {
         context.beginPath();
-        for (const Points& part : parts)
-            for (const QZPoint& point : part)
+        for (const Points& part : parts) {
+            for (const QZPoint& point : part) {
                 // The first one begins with its lineTo().
                 &point == &part[0] && &part != &parts[0] ? context.moveTo(point) : context.lineTo(point);
+            }
+        }
         if (kind == Path::Closed)
             context.closePath();
         kind == Path::Filled ? context.fillPath() : context.strokePath();

@@ -71,6 +71,7 @@ protected:
         graph->setEditing(false);
         graph->setLineWidth(width);
         std::vector<QZPaintLogicAxis> axises;
+        axises.reserve(graph->points().size());
         for (int i = 0; i < graph->maxPointCount(); ++i)
             axises.push_back({TestChart::firstDate + 5 + 3 * i, 93000 + i, 50.25 + 20.5 * i});
         graph->setLogicAxises(std::move(axises));

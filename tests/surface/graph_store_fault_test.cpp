@@ -61,7 +61,11 @@ protected:
     using Break = std::function<void()>;
 
     GraphStoreFaults() { sqlite3_vfs_register(&waitless, 1); }
-    ~GraphStoreFaults() override { sqlite3_vfs_unregister(&waitless); }
+    void TearDown() override
+    {
+        GraphStore::TearDown();
+        sqlite3_vfs_unregister(&waitless);
+    }
 
     void clear() const
     {
