@@ -1,7 +1,7 @@
 #include "app/bars/BarReader.h"
 #include "app/bars/SampleBars.h"
-#include "app/chart/ChartWindow.h"
 #include "app/demo/DemoGestures.h"
+#include "app/window/ChartWindow.h"
 #include "model/QZPaintOptions.h"
 #include "platform/QZFrameComFun.h"
 #include "platform/QZGlobalEnv.h"

@@ -2,7 +2,7 @@
 
 #include "app/bars/Swings.h"
 #include "app/chart/ChartSplitView.h"
-#include "app/chart/ChartWindow.h"
+#include "app/window/ChartWindow.h"
 #include "panels/QZPaintControl.h"
 #include "panels/QZPaintGraphConfigWC.h"
 #include "panels/QZPanelWindow.h"

@@ -2,8 +2,8 @@
 
 #include "app/bars/CivilDate.h"
 #include "app/chart/ChartSplitView.h"
-#include "app/chart/ChartWindow.h"
 #include "app/demo/UserInput.h"
+#include "app/window/ChartWindow.h"
 #include "surface/QZPaintLayer.h"
 
 #include <QTest>

@@ -4,10 +4,11 @@
 #include "app/chart/ChartData.h"
 #include "app/chart/ChartPalette.h"
 #include "app/chart/RangeStatisticsWindow.h"
+#include "app/window/FigureKeeper.h"
+#include "app/window/WindowCommands.h"
 #include "platform/QZNotificationCenter.h"
 
 #include <QMainWindow>
-#include <QTimer>
 
 #include <memory>
 #include <optional>
@@ -29,32 +30,31 @@ public:
     /// loaded; the same stock and period keeps its figures.
     void showBars(const BarReadResult& result);
 
+    /// Shows the file that the user picks.
+    void openFile();
+    /// The same in a window of its own.
+    void openWindow();
+    void changeUser();
+    void togglePalette() { palette_.toggle(); }
+    void toggleStatistics() { statistics_.toggle(); }
+    static void switchTheme();
+    /// The list of the periods that the bars can be shown in, owned by the window.
+    [[nodiscard]] QComboBox* periods() { return periods_; }
+
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void addMenu();
-    void addHelp();
-    void addTools();
-    void openWindow();
     /// Shows the file that the user picks in `target`; false when there is nothing to show.
-    bool openFile(ChartWindow& target);
+    bool openFileIn(ChartWindow& target);
+    void choosePeriod(int index);
     /// Shows the bars that were read put together to a period of their list, with the figures of that period unless
     /// those on show are its.
     void showCycle(QZPaintCycle cycle, bool keepsFigures);
     /// Whether `series` is of the stock that was read, and of its period.
     [[nodiscard]] bool shows(const BarSeries& series) const;
-    /// Cancels what is being drawn and selected, and lets go of the palette's tool.
-    void releaseTools();
-    /// Writes what changed and takes over what another program changed; says so while that fails.
-    bool storeFigures();
-    /// Stores what is shown; where that fails the user decides whether it may be lost.
-    bool mayLeaveFigures();
-    void loadFigures();
-    void changeUser();
-    static void switchTheme();
     /// The palette offers what the active pane takes.
     void followPane();
     void applyTheme();
@@ -72,7 +72,7 @@ private:
     QString barsRead_; ///< where they come from and how many
     QLabel* summary_;
     QLabel* barLabel_;
-    QLabel* storeFailure_;
-    QTimer storeTimer_;
+    FigureKeeper figures_;
+    WindowCommands commands_;
     QZObservation styleObservation_;
 };

@@ -1,16 +1,12 @@
-#include "app/chart/ChartWindow.h"
+#include "app/window/ChartWindow.h"
 
 #include "app/calendar/ChartCycle.h"
 #include "app/calendar/Resample.h"
 #include "app/chart/AxisTicks.h"
 #include "app/chart/ChartSplitView.h"
-#include "model/QZDrawingTypes.h"
+#include "model/QZPaintGraph.h"
 #include "panels/QZPaintControl.h"
-#include "platform/QZAlert.h"
-#include "platform/QZFont.h"
-#include "platform/QZFrameComFun.h"
 #include "platform/QZGlobalEnv.h"
-#include "surface/QZPaintLayer.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -19,22 +15,11 @@
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
-#include <QToolBar>
 #include <QWindow>
 
-#include <algorithm>
-#include <chrono>
 #include <memory>
-
-namespace {
-
-constexpr std::chrono::milliseconds storeInterval(500);
-constexpr std::chrono::seconds retryInterval(10);
-
-} // namespace
 
 ChartWindow::ChartWindow(QWidget* parent)
     : QMainWindow(parent),
@@ -42,24 +27,19 @@ ChartWindow::ChartWindow(QWidget* parent)
       palette_(*this),
       statistics_(*chart_),
       periods_(new QComboBox(this)),
-      summary_(new QLabel(this)),
-      barLabel_(new QLabel(this)),
-      storeFailure_(new QLabel(tr("The drawings cannot be stored at present"), this))
+      summary_(new QLabel(statusBar())),
+      barLabel_(new QLabel(statusBar())),
+      figures_(*chart_, *statusBar()),
+      commands_(*this)
 {
     setWindowTitle(tr("qzchart"));
     resize(1280, 800);
     setCentralWidget(chart_);
-    addMenu();
-    addHelp();
-    addTools();
     statusBar()->addWidget(summary_, 1);
-    storeFailure_->hide();
-    statusBar()->addPermanentWidget(storeFailure_);
     statusBar()->addPermanentWidget(barLabel_);
-    // A crash costs what was done since.
-    storeTimer_.setInterval(storeInterval);
-    connect(&storeTimer_, &QTimer::timeout, this, [this] { storeFigures(); });
-    storeTimer_.start();
+    periods_->setToolTip(tr("Period of a bar"));
+    periods_->setFocusPolicy(Qt::NoFocus); // keys stay with the chart
+    connect(periods_, &QComboBox::activated, this, &ChartWindow::choosePeriod);
     connect(chart_, &ChartSplitView::activePaneChanged, this, &ChartWindow::followPane);
     connect(chart_, &ChartSplitView::barPointedAt, this, &ChartWindow::describeBar);
     connect(chart_, &ChartSplitView::drawingChanged, this, &ChartWindow::describeDrawing);
@@ -73,65 +53,23 @@ ChartWindow::ChartWindow(QWidget* parent)
     chart_->setFocus();
 }
 
-void ChartWindow::addMenu()
+void ChartWindow::choosePeriod(int index)
 {
-    QMenu* file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Open…"), QKeySequence::Open, this, [this] { openFile(*this); });
-    file->addAction(tr("Open in &new window…"), QKeySequence::New, this, &ChartWindow::openWindow);
-    file->addAction(tr("Change login &user…"), this, &ChartWindow::changeUser);
-    file->addSeparator();
-    file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+    const auto cycle = static_cast<QZPaintCycle>(periods_->itemData(index).toInt());
+    if (cycle != cycle_ && figures_.mayLeave())
+        showCycle(cycle, false);
+    periods_->setCurrentIndex(periods_->findData(static_cast<int>(cycle_)));
 }
 
-void ChartWindow::addHelp()
+void ChartWindow::openFile()
 {
-    const auto showKeys = [this] {
-        QString rows;
-        for (const auto& [keys, meaning] :
-             {std::pair{tr("P"), tr("open or close the drawing tools")},
-              {tr("1 to 6"), tr("choose a line, in the order of the tools")},
-              {tr("Escape"), tr("cancel the figure that is being drawn, else deselect")},
-              {tr("Delete, Backspace"), tr("delete the selected figure")},
-              {tr("S"), tr("range statistics: drag the band or its edges")},
-              {tr("Left, Right"), tr("scroll; with Shift by a screen")},
-              {tr("+, -, wheel"), tr("zoom; the wheel scrolls with Ctrl")},
-              {tr("Home, End"), tr("go to the first or to the newest bar")},
-              {tr("T"), tr("switch between the light and the dark theme")},
-              {tr("Ctrl+O, Ctrl+N, Ctrl+Q"), tr("open bars here or in a new window, quit")}})
-            rows += QStringLiteral("<tr><td><b>%1</b>&nbsp;&nbsp;</td><td>%2</td></tr>").arg(keys, meaning);
-        QMessageBox::information(this, tr("Keys"), QStringLiteral("<table>%1</table>").arg(rows));
-    };
-    menuBar()->addMenu(tr("&Help"))->addAction(tr("&Keys…"), QKeySequence::HelpContents, this, showKeys);
-}
-
-void ChartWindow::addTools()
-{
-    QToolBar* bar = addToolBar(tr("Chart"));
-    bar->setMovable(false);
-    const auto add = [this, bar](const QString& name, const QString& tip, auto slot) {
-        QAction* action = bar->addAction(name, this, slot);
-        action->setToolTip(tip);
-    };
-    add(tr("Drawing tools"), tr("Open or close the drawing tools (P); digits 1 to 6 pick a line"),
-        [this] { palette_.toggle(); });
-    add(tr("Range statistics"), tr("Show what the bars under a band came to (S); drag the band or its edges"),
-        [this] { statistics_.toggle(); });
-    periods_->setToolTip(tr("Period of a bar"));
-    periods_->setFocusPolicy(Qt::NoFocus); // keys stay with the chart
-    bar->addWidget(periods_);
-    connect(periods_, &QComboBox::activated, this, [this](int index) {
-        const auto cycle = static_cast<QZPaintCycle>(periods_->itemData(index).toInt());
-        if (cycle != cycle_ && mayLeaveFigures())
-            showCycle(cycle, false);
-        periods_->setCurrentIndex(periods_->findData(static_cast<int>(cycle_)));
-    });
-    add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"), &ChartWindow::switchTheme);
+    openFileIn(*this);
 }
 
 void ChartWindow::openWindow()
 {
     auto window = std::make_unique<ChartWindow>();
-    if (!openFile(*window))
+    if (!openFileIn(*window))
         return;
     window->setAttribute(Qt::WA_DeleteOnClose);
     window.release()->show();
@@ -144,7 +82,7 @@ void ChartWindow::switchTheme()
     environment.setTheme(isDark ? QStringLiteral("light") : QStringLiteral("dark"));
 }
 
-bool ChartWindow::openFile(ChartWindow& target)
+bool ChartWindow::openFileIn(ChartWindow& target)
 {
     const QString path =
         QFileDialog::getOpenFileName(this, tr("Open bars"), QString(), tr("Bars (*.csv *.tsv *.txt);;All files (*)"));
@@ -165,7 +103,7 @@ bool ChartWindow::openFile(ChartWindow& target)
         other->activateWindow();
         return false;
     }
-    if (!target.shows(result.series) && !target.mayLeaveFigures())
+    if (!target.shows(result.series) && !target.figures_.mayLeave())
         return false;
     target.showBars(result);
     return true;
@@ -192,58 +130,19 @@ void ChartWindow::showBars(const BarReadResult& result)
 void ChartWindow::showCycle(QZPaintCycle cycle, bool keepsFigures)
 {
     statistics_.close();
-    if (!keepsFigures) {
-        releaseTools();
-        storeFigures();
-    }
+    if (!keepsFigures)
+        figures_.leave();
     cycle_ = cycle;
     periods_->setCurrentIndex(periods_->findData(static_cast<int>(cycle)));
     data_ = std::make_shared<const ChartData>(cycle == cycleOf(read_.series) ? read_.series
                                                                              : resampled(read_.series, cycle));
     chart_->setChartData(data_);
     if (!keepsFigures)
-        loadFigures();
+        figures_.load(data_->series.name(), cycle_);
     describeDrawing();
     setWindowTitle(tr("%1 - qzchart").arg(data_->series.name()));
     describeBar(std::nullopt);
     followPane();
-}
-
-bool ChartWindow::storeFigures()
-{
-    if (data_->series.isEmpty())
-        return true;
-    // A locked file is waited for: once, and not again at once.
-    const bool isStored = std::ranges::all_of(chart_->panes(), [](ChartPane* pane) { return pane->storeDB(); });
-    storeFailure_->setVisible(!isStored);
-    storeTimer_.setInterval(isStored ? storeInterval : retryInterval);
-    return isStored;
-}
-
-bool ChartWindow::mayLeaveFigures()
-{
-    releaseTools();
-    const auto hasFigures = [](const ChartPane* pane) { return pane->paintLayer()->graphs().count() > 0; };
-    if (storeFigures() || std::ranges::none_of(chart_->panes(), hasFigures))
-        return true;
-    const QString file = QZFrameComFun::getUserAccountFilePath(databaseFileName, true);
-    return QZAlert::run({.message = tr("The drawings cannot be stored in %1. What changed since they were last stored "
-                                       "would be lost.")
-                                        .arg(file),
-                         .buttons = {tr("Keep them on the screen"), tr("Lose the changes")}}) != QZAlert::firstButton;
-}
-
-void ChartWindow::releaseTools()
-{
-    for (const ChartPane* pane : chart_->panes())
-        pane->paintLayer()->cancelCurrentGraph();
-    QZPaintControl::sharedManager().resetAllButtons(false);
-}
-
-void ChartWindow::loadFigures()
-{
-    for (ChartPane* pane : chart_->panes())
-        pane->loadDB(data_->series.name(), cycle_, pane->objectName());
 }
 
 void ChartWindow::changeUser()
@@ -254,14 +153,14 @@ void ChartWindow::changeUser()
                                                environment.loginUser(), &isAccepted);
     if (!isAccepted || user.trimmed() == environment.loginUser())
         return;
-    if (!mayLeaveFigures())
+    if (!figures_.mayLeave())
         return;
     environment.setLoginUser(user.trimmed());
 }
 
 void ChartWindow::closeEvent(QCloseEvent* event)
 {
-    if (mayLeaveFigures())
+    if (figures_.mayLeave())
         QMainWindow::closeEvent(event);
     else
         event->ignore();
@@ -327,12 +226,6 @@ void ChartWindow::describeDrawing()
 void ChartWindow::keyPressEvent(QKeyEvent* event)
 {
     const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == 0;
-    if (isPlain && event->key() == Qt::Key_P)
-        palette_.toggle();
-    else if (isPlain && event->key() == Qt::Key_S)
-        statistics_.toggle();
-    else if (isPlain && event->key() == Qt::Key_T)
-        switchTheme();
-    else if (!isPlain || !ChartPalette::pressKey(event->key()))
+    if (!isPlain || !commands_.pressKey(event->key()))
         QMainWindow::keyPressEvent(event);
 }

@@ -1,0 +1,83 @@
+#include "app/window/WindowCommands.h"
+
+#include "app/chart/ChartPalette.h"
+#include "app/window/ChartWindow.h"
+
+#include <QComboBox>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QToolBar>
+
+WindowCommands::WindowCommands(ChartWindow& window) : window_(window)
+{
+    addFileMenu();
+    addHelpMenu();
+    addToolBar();
+}
+
+void WindowCommands::addFileMenu()
+{
+    QMenu* file = window_.menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&Open…"), QKeySequence::Open, &window_, &ChartWindow::openFile);
+    file->addAction(tr("Open in &new window…"), QKeySequence::New, &window_, &ChartWindow::openWindow);
+    file->addAction(tr("Change login &user…"), &window_, &ChartWindow::changeUser);
+    file->addSeparator();
+    file->addAction(tr("&Quit"), QKeySequence::Quit, &window_, &QWidget::close);
+}
+
+void WindowCommands::addHelpMenu()
+{
+    window_.menuBar()
+        ->addMenu(tr("&Help"))
+        ->addAction(tr("&Keys…"), QKeySequence::HelpContents, this, &WindowCommands::showKeys);
+}
+
+void WindowCommands::showKeys()
+{
+    QString rows;
+    for (const auto& [keys, meaning] : {std::pair{tr("P"), tr("open or close the drawing tools")},
+                                        {tr("1 to 6"), tr("choose a line, in the order of the tools")},
+                                        {tr("Escape"), tr("cancel the figure that is being drawn, else deselect")},
+                                        {tr("Delete, Backspace"), tr("delete the selected figure")},
+                                        {tr("S"), tr("range statistics: drag the band or its edges")},
+                                        {tr("Left, Right"), tr("scroll; with Shift by a screen")},
+                                        {tr("+, -, wheel"), tr("zoom; the wheel scrolls with Ctrl")},
+                                        {tr("Home, End"), tr("go to the first or to the newest bar")},
+                                        {tr("T"), tr("switch between the light and the dark theme")},
+                                        {tr("Ctrl+O, Ctrl+N, Ctrl+Q"), tr("open bars here or in a new window, quit")}})
+        rows += QStringLiteral("<tr><td><b>%1</b>&nbsp;&nbsp;</td><td>%2</td></tr>").arg(keys, meaning);
+    QMessageBox::information(&window_, tr("Keys"), QStringLiteral("<table>%1</table>").arg(rows));
+}
+
+void WindowCommands::addToolBar()
+{
+    QToolBar* bar = window_.addToolBar(tr("Chart"));
+    bar->setMovable(false);
+    const auto add = [this, bar](const QString& name, const QString& tip, auto slot) {
+        QAction* action = bar->addAction(name, &window_, slot);
+        action->setToolTip(tip);
+    };
+    add(tr("Drawing tools"), tr("Open or close the drawing tools (P); digits 1 to 6 pick a line"),
+        &ChartWindow::togglePalette);
+    add(tr("Range statistics"), tr("Show what the bars under a band came to (S); drag the band or its edges"),
+        &ChartWindow::toggleStatistics);
+    bar->addWidget(window_.periods());
+    add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"), &ChartWindow::switchTheme);
+}
+
+bool WindowCommands::pressKey(int key)
+{
+    switch (key) {
+    case Qt::Key_P:
+        window_.togglePalette();
+        return true;
+    case Qt::Key_S:
+        window_.toggleStatistics();
+        return true;
+    case Qt::Key_T:
+        ChartWindow::switchTheme();
+        return true;
+    default:
+        return ChartPalette::pressKey(key);
+    }
+}
