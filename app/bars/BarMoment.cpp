@@ -70,6 +70,32 @@ bool isZoneSuffix(std::string_view text)
            std::all_of(text.begin() + 1, text.end(), [](char c) { return isDigit(c) || c == ':'; });
 }
 
+/// "1/2/2020": whichever of day and month is above 12 tells the order.
+std::optional<std::int32_t> takeDateEndingWithYear(std::string_view& text, DateOrder& order)
+{
+    const auto first = takeDigits(text, 1, 2);
+    const char separator = text.empty() ? '\0' : text.front();
+    if (!first || !take(text, separator))
+        return std::nullopt;
+    const auto second = takeDigits(text, 1, 2);
+    if (!second || !take(text, separator))
+        return std::nullopt;
+    const auto year = takeDigits(text, 4, 4);
+    if (!year)
+        return std::nullopt;
+    DateOrder own = order;
+    if (*first > 12)
+        own = DateOrder::DayFirst;
+    else if (*second > 12)
+        own = DateOrder::MonthFirst;
+    const std::int32_t date =
+        *year * 10000 + (own == DateOrder::DayFirst ? *second * 100 + *first : *first * 100 + *second);
+    if ((order != DateOrder::Unknown && own != order) || !isCalendarDate(date))
+        return std::nullopt;
+    order = own;
+    return date;
+}
+
 /// The eight digits, or year, month and day between equal separators.
 std::optional<std::int32_t> takeDate(std::string_view& text)
 {
@@ -163,7 +189,15 @@ std::optional<std::int32_t> parseTimeOfDay(std::string_view text)
     return isZoneSuffix(trimmed(text)) ? checkedTime(*hour, *minute, *second) : std::nullopt;
 }
 
-std::optional<BarTime> parseBarMoment(std::string_view text)
+bool endsWithYear(std::string_view text)
+{
+    text = trimmed(text);
+    const std::size_t separator = text.find_first_not_of("0123456789");
+    return separator != std::string_view::npos && (separator == 1 || separator == 2) &&
+           std::string_view("/.-").find(text[separator]) != std::string_view::npos;
+}
+
+std::optional<BarTime> parseBarMoment(std::string_view text, DateOrder& order)
 {
     text = trimmed(text);
     if (text.size() == 14 && allDigits(text)) {
@@ -173,9 +207,10 @@ std::optional<BarTime> parseBarMoment(std::string_view text)
     const bool dashed = text.size() > 4 && (text[4] == '-' || text[4] == '/' || (text[4] == '.' && text.size() > 7));
     const bool compact =
         text.size() >= 8 && allDigits(text.substr(0, 8)) && (text.size() == 8 || text[8] == ' ' || text[8] == 'T');
-    if (!dashed && !compact)
+    const bool isYearLast = endsWithYear(text);
+    if (!dashed && !compact && !isYearLast)
         return parseEpoch(text);
-    const auto date = takeDate(text);
+    const auto date = isYearLast ? takeDateEndingWithYear(text, order) : takeDate(text);
     if (!date)
         return std::nullopt;
     if (text.empty())

@@ -2,9 +2,11 @@
 
 #include "app/bars/BarRowParser.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
+#include <QStringDecoder>
 
 #include <algorithm>
 #include <string_view>
@@ -21,14 +23,17 @@ class LineSource {
 public:
     enum class Status { Line, TooLong, Binary, End, Failed };
 
-    explicit LineSource(QFile& file) : file_(file), buffer_(maxLineBytes + 2) {}
+    LineSource() : buffer_(maxLineBytes + 2) {}
+
+    /// `source` is open, and borrowed.
+    void readFrom(QIODevice& source) { source_ = &source; }
 
     Status next()
     {
         ++number_;
         std::string_view chunk;
         if (!readChunk(chunk))
-            return file_.error() == QFileDevice::NoError ? Status::End : Status::Failed;
+            return source_->atEnd() ? Status::End : Status::Failed;
         if (chunk.find('\0') != std::string_view::npos)
             return Status::Binary;
         if (isWholeLine(chunk)) {
@@ -49,7 +54,7 @@ public:
 private:
     bool readChunk(std::string_view& chunk)
     {
-        const qint64 length = file_.readLine(buffer_.data(), static_cast<qint64>(buffer_.size()));
+        const qint64 length = source_->readLine(buffer_.data(), static_cast<qint64>(buffer_.size()));
         chunk = {buffer_.data(), static_cast<std::size_t>(std::max<qint64>(length, 0))};
         return length > 0;
     }
@@ -59,7 +64,7 @@ private:
         return chunk.empty() || chunk.back() == '\n' || chunk.size() + 1 < buffer_.size();
     }
 
-    QFile& file_;
+    QIODevice* source_ = nullptr;
     std::vector<char> buffer_;
     std::string_view line_;
     qint64 number_ = 0;
@@ -68,7 +73,7 @@ private:
 /// One reading of one file.
 class Reading {
 public:
-    explicit Reading(const QString& path) : file_(path), lines_(file_) { result_.path = path; }
+    explicit Reading(const QString& path) : file_(path) { result_.path = path; }
 
     BarReadResult run()
     {
@@ -92,6 +97,24 @@ private:
             return fail(QStringLiteral("%1: is not a regular file").arg(result_.path));
         if (!file_.open(QIODevice::ReadOnly))
             return fail(QStringLiteral("%1: cannot be opened: %2").arg(result_.path, file_.errorString()));
+        return decode();
+    }
+
+    bool decode()
+    {
+        const QByteArray mark = file_.peek(2);
+        if (mark != QByteArray("\xFF\xFE") && mark != QByteArray("\xFE\xFF")) {
+            lines_.readFrom(file_);
+            return true;
+        }
+        QStringDecoder utf16(QStringConverter::Utf16);
+        decoded_.setData(QString(utf16(file_.readAll())).toUtf8());
+        if (file_.error() != QFileDevice::NoError)
+            return fail(QStringLiteral("%1: cannot be read: %2").arg(result_.path, file_.errorString()));
+        if (utf16.hasError())
+            return fail(QStringLiteral("%1: is not valid UTF-16 text").arg(result_.path));
+        decoded_.open(QIODevice::ReadOnly);
+        lines_.readFrom(decoded_);
         return true;
     }
 
@@ -131,10 +154,13 @@ private:
             if (isBlank(lines_.line()))
                 continue;
             const BarRow row = parser_.parse(lines_.line());
-            if (row.problem != nullptr)
+            if (row.problem != nullptr) {
                 skip(row.problem);
-            else
-                bars_.push_back(row.bar);
+                continue;
+            }
+            if (row.isOrderOpen)
+                openDates_.push_back(bars_.size());
+            bars_.push_back(row.bar);
         }
         if (!bars_.empty())
             return true;
@@ -143,8 +169,48 @@ private:
         return fail(QStringLiteral("%1 (no usable row in the file)").arg(result_.skipReasons.first()));
     }
 
+    /// Puts right the dates that were read before their order was known.
+    void settleDates()
+    {
+        if (openDates_.empty())
+            return;
+        DateOrder order = parser_.dateOrder();
+        if (order == DateOrder::Unknown) {
+            const bool monthFirst = isInOrder(&dateAsRead);
+            const bool dayFirst = isInOrder(&dateWithDayFirst);
+            order = monthFirst == dayFirst ? parser_.usualDateOrder()
+                    : dayFirst             ? DateOrder::DayFirst
+                                           : DateOrder::MonthFirst;
+            result_.dateOrder =
+                order == DateOrder::DayFirst ? QStringLiteral("day/month/year") : QStringLiteral("month/day/year");
+        }
+        if (order != DateOrder::DayFirst)
+            return;
+        for (const std::size_t each : openDates_)
+            bars_[each].date = dateWithDayFirst(bars_[each].date);
+    }
+
+    static std::int32_t dateAsRead(std::int32_t date) { return date; }
+
+    /// What was taken for the month is the day, and the other way round; neither is above 12.
+    static std::int32_t dateWithDayFirst(std::int32_t date)
+    {
+        return date / 10000 * 10000 + date % 100 * 100 + date / 100 % 100;
+    }
+
+    /// Whether the open dates only rise or only fall.
+    bool isInOrder(std::int32_t (*dateOf)(std::int32_t)) const
+    {
+        const auto precedes = [&](std::size_t left, std::size_t right) {
+            return dateOf(bars_[left].date) < dateOf(bars_[right].date);
+        };
+        return std::is_sorted(openDates_.begin(), openDates_.end(), precedes) ||
+               std::is_sorted(openDates_.rbegin(), openDates_.rend(), precedes);
+    }
+
     void finish()
     {
+        settleDates();
         const auto read = static_cast<int>(bars_.size());
         const QString name = QFileInfo(result_.path).completeBaseName();
         result_.series = BarSeries(name, std::move(bars_));
@@ -163,7 +229,7 @@ private:
     QString unusable(LineSource::Status status) const
     {
         if (status == LineSource::Status::Binary)
-            return QStringLiteral("the file is not UTF-8 text (it holds a NUL byte)");
+            return QStringLiteral("the file is not text (it holds a NUL byte)");
         return QStringLiteral("cannot be read: %1").arg(file_.errorString());
     }
 
@@ -191,9 +257,11 @@ private:
 
     BarReadResult result_;
     QFile file_;
+    QBuffer decoded_; ///< what a file of UTF-16 says, in UTF-8
     LineSource lines_;
     BarRowParser parser_;
     std::vector<Bar> bars_;
+    std::vector<std::size_t> openDates_; ///< the bars whose day and month may stand in either order
 };
 
 QString momentText(const Bar& bar, bool withTime)
@@ -231,6 +299,8 @@ QString BarReadResult::summary() const
         text += QStringLiteral(", ") + counted(skippedRows, QStringLiteral("row")) +
                 QStringLiteral(" skipped (first: line ") + reason + QLatin1Char(')');
     }
+    if (!dateOrder.isNull())
+        text += QStringLiteral(", dates taken for ") + dateOrder;
     if (duplicateRows > 0) {
         text +=
             QStringLiteral(", ") + counted(duplicateRows, QStringLiteral("duplicate")) + QStringLiteral(" replaced");

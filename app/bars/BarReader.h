@@ -13,6 +13,7 @@ struct BarReadResult {
     int duplicateRows = 0;   ///< rows replaced by a later one with the same date and time
     QStringList skipReasons; ///< of the first few skipped rows, as "/path/x.csv:12: high below low"
     QString error;           ///< why the file is unusable, as "/path/x.csv:1: no column named close"; null if it is not
+    QString dateOrder{};     ///< "day/month/year" where no date told which of the two comes first; null if one did
 
     [[nodiscard]] bool isOk() const { return error.isNull(); }
 
@@ -21,7 +22,8 @@ struct BarReadResult {
     [[nodiscard]] QString summary() const;
 };
 
-/// Reads a delimited text file of bars (see BarRowParser for its format), also from a resource. The file is streamed;
-/// a line longer than 1 MB is skipped. Where no day has two bars the bars are daily ones and lose their time. The
-/// series is named after the file.
+/// Reads a delimited text file of bars (see BarRowParser for its format), also from a resource. The file is UTF-8,
+/// which is streamed, or UTF-16 with its byte order mark. A line longer than 1 MB is skipped. Dates such as 01/02/2020
+/// are read in the order that the others of the file have. Where no day has two bars the bars are daily ones and lose
+/// their time. The series is named after the file.
 BarReadResult readBars(const QString& path);

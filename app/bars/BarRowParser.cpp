@@ -1,7 +1,5 @@
 #include "app/bars/BarRowParser.h"
 
-#include "app/bars/BarMoment.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -139,17 +137,21 @@ BarRow BarRowParser::parse(std::string_view line)
     else if (fields_.size() < fieldsNeeded_)
         row.problem = "too few fields";
     else
-        row.problem = readMoment(row.bar);
+        row.problem = readMoment(row);
     if (row.problem == nullptr)
         row.problem = readPrices(row.bar);
     return row;
 }
 
-const char* BarRowParser::readMoment(Bar& bar) const
+const char* BarRowParser::readMoment(BarRow& row)
 {
-    const auto moment = parseBarMoment(fields_[static_cast<std::size_t>(moment_)]);
+    const std::string_view text = fields_[static_cast<std::size_t>(moment_)];
+    const auto moment = parseBarMoment(text, dateOrder_);
     if (!moment)
         return "unreadable date";
+    row.isOrderOpen = dateOrder_ == DateOrder::Unknown && endsWithYear(text);
+    hasDots_ = hasDots_ || (row.isOrderOpen && trimmed(text).substr(0, 3).find('.') != std::string_view::npos);
+    Bar& bar = row.bar;
     bar.date = moment->date;
     bar.time = moment->time;
     if (clock_ < 0)

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QStringEncoder>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -53,13 +54,49 @@ TEST(BarReader, UnderstandsEveryLayout)
         SCOPED_TRACE(name);
         const QByteArray text =
             QByteArray(content).replace("OHLC", "open,high,low,close").replace("BAR", "10,11,9,10.5");
+        QStringEncoder utf16(moment % 2 == 0 ? QStringConverter::Utf16LE : QStringConverter::Utf16BE,
+                             QStringConverter::Flag::WriteBom);
+        const BarReadResult other = read(utf16(QString::fromUtf8(text)));
         const BarReadResult result = read(text);
         ASSERT_EQ(result.error + result.skipReasons.join(u'\n'), QString());
+        EXPECT_EQ(other.summary(), result.summary());
         const Bar& bar = result.series.at(0);
         EXPECT_EQ(bar.date * std::int64_t{1000000} + bar.time, moment);
         EXPECT_EQ(result.series.isIntraday(), bar.time != 0);
         EXPECT_EQ(std::vector({bar.open, bar.high, bar.low, bar.close, bar.volume}),
                   std::vector({10.0, 11.0, 9.0, 10.5, volume}));
+    }
+}
+
+TEST(BarReader, LearnsTheOrderOfDatesFromTheOthersOfTheFile)
+{
+    using Row = std::tuple<const char*, const char*, std::int32_t, const char*>; // dates, the first one, what is said
+    for (const auto& [name, dates, first, said] : {
+             Row{"a day tells", "01/02/2020 02/02/2020 13/02/2020", 20200201, ""},
+             Row{"a month tells", "1/2/2020 1/3/2020 1/13/2020", 20200102, ""},
+             Row{"with times", "01-02-2020@09:30 13-02-2020@09:30", 20200201, ""},
+             Row{"rises with the day first", "05/02/2020 06/02/2020 01/03/2020", 20200205,
+                 ", dates taken for day/month/year"},
+             Row{"falls with the day first", "01/03/2020 06/02/2020 05/02/2020", 20200205,
+                 ", dates taken for day/month/year"},
+             Row{"rises with the month first", "01/12/2020 02/01/2020 02/03/2020", 20200112,
+                 ", dates taken for month/day/year"},
+             Row{"nothing tells", "01/02/2020", 20200102, ", dates taken for month/day/year"},
+             Row{"nothing tells, dots", "01.02.2020", 20200201, ", dates taken for day/month/year"},
+             Row{"what was settled holds", "13/02/2020 14/02/2020 02/13/2020", 20200213,
+                 ", 1 row skipped (first: line 4: unreadable date)"},
+         }) {
+        SCOPED_TRACE(name);
+        QString text = QStringLiteral("date,open,high,low,close\n");
+        for (const QString& date : QString::fromLatin1(dates).split(u' '))
+            text += date + QStringLiteral(",1,1,1,1\n");
+        text.replace(u'@', u' ');
+        const BarReadResult result = read(text.toUtf8());
+        ASSERT_TRUE(result.isOk()) << result.error.toStdString();
+        const std::vector<Bar>& bars = result.series.bars();
+        EXPECT_TRUE(std::ranges::any_of(bars, [first = first](const Bar& bar) { return bar.date == first; }));
+        const QString last = QString::number(bars.back().date).insert(6, u'-').insert(4, u'-');
+        EXPECT_EQ(result.summary().section(last, -1), QLatin1String(said));
     }
 }
 
@@ -124,7 +161,7 @@ TEST(BarReader, NamesWhatMakesAFileUnusable)
              Row{QStringLiteral("/dev/zero"), ": is not a regular file"},
              Row{write("empty.csv", ""), ":1: the file is empty"},
              Row{write("nul.csv", header + QByteArray("2020-01-02,1,1,1,1\n\0\n", 22)),
-                 ":3: the file is not UTF-8 text (it holds a NUL byte)"},
+                 ":3: the file is not text (it holds a NUL byte)"},
              Row{write("plain.csv", "2020-01-02,1,1,1,1\n"),
                  ":1: no header line with the columns date, open, high, low and close"},
              Row{write("noclose.csv", "\ndate,open,high,low,last\n2020-01-02,1,1,1,1\n"), ":2: no column named close"},
