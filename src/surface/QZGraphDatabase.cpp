@@ -6,8 +6,6 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <exception>
 #include <sqlite3.h>
 
@@ -115,28 +113,6 @@ std::string_view QZGraphResultSet::utf8ForColumn(std::string_view name) const
     const SQLite::Column value = statement_->getColumn(column);
     const char* text = value.getText(nullptr);
     return text == nullptr ? std::string_view() : std::string_view(text, static_cast<std::size_t>(value.getBytes()));
-}
-
-std::string QZGraphResultSet::content(int columns) const
-{
-    std::string bytes;
-    if (!statement_ || !statement_->hasRow())
-        return bytes;
-    for (int i = 0; i < std::min(columns, statement_->getColumnCount()); ++i) {
-        const SQLite::Column value = statement_->getColumn(i);
-        const int type = value.getType();
-        bytes += static_cast<char>(type);
-        if (type == SQLITE_INTEGER || type == SQLITE_FLOAT) {
-            const auto number = type == SQLITE_INTEGER ? std::bit_cast<std::array<char, 8>>(value.getInt64())
-                                                       : std::bit_cast<std::array<char, 8>>(value.getDouble());
-            bytes.append(number.data(), number.size());
-        } else if (type != SQLITE_NULL) {
-            const auto* data = static_cast<const char*>(value.getBlob());
-            const auto size = static_cast<std::size_t>(value.getBytes());
-            bytes.append(std::to_string(size)).append(1, ':').append(data == nullptr ? "" : data, size);
-        }
-    }
-    return bytes;
 }
 
 QString QZGraphResultSet::stringForColumn(std::string_view name) const

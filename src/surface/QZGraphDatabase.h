@@ -42,8 +42,6 @@ public:
     [[nodiscard]] QString stringForColumn(std::string_view name) const;
     /// The same as UTF-8, valid until the next row.
     [[nodiscard]] std::string_view utf8ForColumn(std::string_view name) const;
-    /// The first `columns` columns of the row as bytes: alike for rows that hold the same.
-    [[nodiscard]] std::string content(int columns) const;
 
 private:
     friend class QZGraphDatabase;

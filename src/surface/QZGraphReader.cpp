@@ -47,8 +47,9 @@ QZGraphSet::Members QZGraphReader::readGraphs(QZGraphResultSet& rows, QZStoredGr
     const QString flag = QZContextIsPaintEditing;
     QZGraphSet::Members graphs;
     while (rows.next()) {
-        if (auto graph = graphOf(store_.readRow(rows))) {
-            group.add(rows.content(QZGraphStore::columnCount), graph);
+        QZGraphRow row = store_.readRow(rows);
+        if (auto graph = graphOf(row)) {
+            group.add(std::move(row), graph);
             graphs.push_back(std::move(graph));
         }
         // What comes from a file is not being painted.
@@ -61,7 +62,6 @@ std::vector<QZStoredGroup::Row> QZGraphReader::readNumberedRows(QZGraphResultSet
 {
     std::vector<QZStoredGroup::Row> read;
     while (rows.next())
-        read.push_back({static_cast<std::int64_t>(rows.unsignedLongLongIntForColumn("rowid")),
-                        rows.content(QZGraphStore::columnCount), store_.readRow(rows)});
+        read.push_back({static_cast<std::int64_t>(rows.unsignedLongLongIntForColumn("rowid")), store_.readRow(rows)});
     return read;
 }

@@ -38,7 +38,6 @@ struct QZGraphRow {
 class QZGraphStore {
 public:
     static constexpr QLatin1StringView version{"1.0.0"};
-    static constexpr int columnCount = 20;
 
     /// `database` is borrowed.
     explicit QZGraphStore(QZGraphDatabase& database) : database_(database) {}

@@ -1,28 +1,40 @@
 #include "surface/QZStoredGroup.h"
 
 #include <algorithm>
+#include <cmath>
+#include <functional>
 #include <unordered_set>
 
 namespace {
 
 bool isSamePoint(const QZPaintLogicAxis& a, const QZPaintLogicAxis& b)
 {
-    return a.date == b.date && a.time == b.time && a.price == b.price;
+    const bool isSamePrice = a.price == b.price || (std::isnan(a.price) && std::isnan(b.price));
+    return a.date == b.date && a.time == b.time && isSamePrice;
 }
 
 bool isSame(const QZGraphRow& a, const QZGraphRow& b)
 {
-    return a.lineType == b.lineType && a.lineWidth == b.lineWidth && a.isLocked == b.isLocked &&
-           a.strokeColor == b.strokeColor && a.fillColor == b.fillColor && a.font == b.font &&
-           a.textValue == b.textValue && std::ranges::equal(a.points, b.points, isSamePoint);
+    return a.graphType == b.graphType && a.lineType == b.lineType && a.lineWidth == b.lineWidth &&
+           a.isLocked == b.isLocked && a.strokeColor == b.strokeColor && a.fillColor == b.fillColor &&
+           a.font == b.font && a.textValue == b.textValue && std::ranges::equal(a.points, b.points, isSamePoint);
+}
+
+/// The same for rows that are the same, and mostly another one for others.
+std::size_t hashOf(const QZGraphRow& row)
+{
+    std::size_t hash = std::hash<std::int64_t>()(row.graphType);
+    for (const QZPaintLogicAxis& point : row.points)
+        hash = hash * 31 + static_cast<std::size_t>(point.date) * 31 + static_cast<std::size_t>(point.time);
+    return row.points.empty() ? hash : hash * 31 + std::hash<double>()(row.points.front().price);
 }
 
 } // namespace
 
-void QZStoredGroup::add(std::string content, std::shared_ptr<QZPaintGraph> graph)
+void QZStoredGroup::add(QZGraphRow stored, std::shared_ptr<QZPaintGraph> graph)
 {
     QZGraphRow values = QZGraphStore::rowOf(*graph);
-    entries_.push_back({std::move(content), std::move(graph), std::move(values)});
+    entries_.push_back({std::move(stored), std::move(graph), std::move(values)});
 }
 
 std::vector<const QZPaintGraph*> QZStoredGroup::unchangedOf(const QZGraphSet::Members& graphs) const
@@ -51,12 +63,14 @@ QZStoredGroup::Merge QZStoredGroup::mergeWith(const QZGraphSet::Members& graphs,
     Merge merge;
     const auto unchanged = unchangedOf(graphs);
     // Rows may be alike: each stands for one entry.
-    std::unordered_multimap<std::string_view, std::size_t> waiting;
+    std::unordered_multimap<std::size_t, std::size_t> waiting;
     for (std::size_t i = entries_.size(); i-- > 0;)
-        waiting.emplace(entries_[i].content, i);
+        waiting.emplace(hashOf(entries_[i].stored), i);
     for (Row& row : stored) {
-        const auto found = waiting.find(row.content);
-        if (found == waiting.end()) {
+        const auto [first, last] = waiting.equal_range(hashOf(row.values));
+        const auto found = std::find_if(
+            first, last, [&](const auto& each) { return isSame(entries_[each.second].stored, row.values); });
+        if (found == last) {
             merge.newcomers.push_back(std::move(row));
             continue;
         }
@@ -67,7 +81,7 @@ QZStoredGroup::Merge QZStoredGroup::mergeWith(const QZGraphSet::Members& graphs,
         waiting.erase(found);
     }
     std::unordered_set<std::size_t> missing;
-    for (const auto& [content, index] : waiting)
+    for (const auto& [hash, index] : waiting)
         missing.insert(index);
     std::unordered_set<const QZPaintGraph*> asStored;
     for (std::size_t i = 0; i < entries_.size(); ++i) {
@@ -87,8 +101,8 @@ void QZStoredGroup::follow(const Merge& merge, const std::vector<Row>& stored)
     const std::size_t firstInserted = stored.size() - merge.inserted.size();
     for (std::size_t i = 0; i < stored.size(); ++i) {
         if (i >= firstInserted)
-            add(stored[i].content, merge.inserted[i - firstInserted]);
+            add(stored[i].values, merge.inserted[i - firstInserted]);
         else if (const auto figure = merge.figures.find(stored[i].number); figure != merge.figures.end())
-            add(stored[i].content, figure->second);
+            add(stored[i].values, figure->second);
     }
 }

@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -16,7 +15,6 @@ class QZStoredGroup {
 public:
     struct Row {
         std::int64_t number = 0;
-        std::string content; ///< of all its columns; what makes it the same row for everybody
         QZGraphRow values;
     };
     /// What there is to do so that both sides hold theirs and ours, minus what either deleted.
@@ -32,8 +30,8 @@ public:
     QZGraphDatabase::Version version; ///< of the file when the rows were read or written
 
     void clear() { entries_.clear(); }
-    /// `graph` stands for the row with that content.
-    void add(std::string content, std::shared_ptr<QZPaintGraph> graph);
+    /// `graph` stands for a row that says `stored`.
+    void add(QZGraphRow stored, std::shared_ptr<QZPaintGraph> graph);
     /// Whether a figure was added, changed or deleted here since. Figures that are never stored do not count.
     [[nodiscard]] bool differsFrom(const QZGraphSet::Members& graphs) const;
     [[nodiscard]] Merge mergeWith(const QZGraphSet::Members& graphs, std::vector<Row> stored) const;
@@ -42,9 +40,9 @@ public:
 
 private:
     struct Entry {
-        std::string content;
+        QZGraphRow stored;
         std::shared_ptr<QZPaintGraph> graph;
-        QZGraphRow values; ///< of the figure when it was read or written
+        QZGraphRow values; ///< of the figure when it was read or written: a row holds them rounded
     };
 
     /// The entries whose figures are among `graphs` as they were, in the order of the entries; null for others.
