@@ -29,7 +29,7 @@ ChartWindow::ChartWindow(QWidget* parent)
       periods_(new QComboBox(this)),
       summary_(new QLabel(statusBar())),
       barLabel_(new QLabel(statusBar())),
-      figures_(*chart_, *statusBar()),
+      figures_(*chart_, *this),
       commands_(*this)
 {
     setWindowTitle(tr("qzchart"));

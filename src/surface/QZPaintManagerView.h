@@ -89,6 +89,9 @@ public:
     /// False without a group, after saveDB(), and when the file could not be written: nothing has changed then. Texts
     /// with quotes need QZPaintOptions::bindsTexts.
     bool storeDB();
+    /// Whether what the pane shows may be saved or stored: from a load until saveDB(), see
+    /// QZPaintOptions::failedLoadBarsSave.
+    [[nodiscard]] bool isValidateSaveDB() const { return isValidateSaveDB_; }
     /// The key of a group.
     [[nodiscard]] static QString constructDBIndex(const QString& stockCode, std::uint64_t cycle,
                                                   const QString& viewIdentiry);

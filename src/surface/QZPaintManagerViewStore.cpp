@@ -211,8 +211,10 @@ bool QZPaintManagerView::loadGroup(QZGraphDatabase& database)
     }
     const QZGraphSet::Members read = QZGraphReader(store, *this).readGraphs(*rows, *storedGroup_);
     storedGroup_->version = database.version();
-    if (!rows->failure().isNull())
+    if (!rows->failure().isNull()) {
         writeBusCommonLog(QStringLiteral("Read line paint DB exception : ") + rows->failure());
+        database.failed(rows->failure().toUtf8().constData());
+    }
     {
         const std::lock_guard lock(layer.graphs());
         layer.graphs().addAll(read);
