@@ -17,6 +17,8 @@ run_packages=(
 )
 test_packages=(
     libgtest-dev libbenchmark-dev
+    qt6-charts-dev # an example
+    dpkg-dev file  # packages
     clang clang-14 clang-format-14 clang-tidy-14
     python3 xvfb xauth openbox xdotool imagemagick
 )
