@@ -19,6 +19,7 @@ test_packages=(
     libgtest-dev libbenchmark-dev
     qt6-charts-dev # an example
     dpkg-dev file  # packages
+    doxygen
     clang clang-14 clang-format-14 clang-tidy-14
     python3 xvfb xauth openbox xdotool imagemagick
 )
