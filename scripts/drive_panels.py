@@ -1,162 +1,22 @@
 #!/usr/bin/env python3
-"""Plays a user of qzchart with synthetic mouse and keys on the current X display and looks at the screen after each step:
+"""Plays a user of qzchart's panels and looks at the screen after each step:
 
     drive_panels.py QZCHART FOLDER
 
-Figures are told from candles by their colour. Exits with 1 and says which step failed.
+Exits with 1 and says which step failed.
 """
 
-import os
-import shutil
-import subprocess
 import sys
-import tempfile
-import time
 
-LINE_COLOUR = "#FE6400"
-# Middles of the palette's buttons (px in its window): six columns, then the row of functions.
-COLUMN, FIRST_COLUMN, ROW, LINES_ROW, FUNCTIONS_ROW = 28, 20, 42, 31, 317
-SEGMENT, RAY, HORIZON = 0, 1, 4
-MAGNET, EYE, DELETE_ALL = 0, 1, 2
-# One tool of each family: its row and column, and how many points it has.
-FAMILIES = {"channel": (1, 0, 3), "fan": (1, 3, 2), "levels": (2, 0, 2), "regression": (2, 3, 2), "cycle": (3, 0, 2),
-            "waves": (4, 0, 4), "shape": (5, 0, 3), "range rule": (6, 1, 2), "mark": (6, 3, 1)}
-NOTE = (6, 5)
+from chart_user import (DELETE_ALL, EYE, FAMILIES, MAGNET, NOTE, POINTS, RAY, SEGMENT, Chart, User, Window, desktop, expect,
+                        program, run, wait_for)
+
 # Where a family is taken hold of as a whole: on a line of it, off its points. A regression's guides are its points.
 GRIPS = {"channel": (0.525, 0.375), "fan": (0.525, 0.375), "levels": (0.55, 0.50), "cycle": (0.45, 0.35),
          "waves": (0.525, 0.375), "shape": (0.525, 0.375), "range rule": (0.50, 0.50)}
-POINTS = ((0.45, 0.50), (0.60, 0.25), (0.70, 0.45), (0.80, 0.20))
 
 
-def run(*command):
-    return subprocess.run(command, check=True, capture_output=True, text=True).stdout.strip()
-
-
-def shell_values(*command):
-    return dict(line.split("=") for line in run("xdotool", *command).splitlines())
-
-
-def wait_for(what, condition, seconds=30.0):
-    end = time.monotonic() + seconds
-    while True:
-        value = condition()
-        if value:
-            return value
-        if time.monotonic() > end:
-            raise AssertionError(what)
-        time.sleep(0.1)
-
-
-def manages_windows():
-    return subprocess.run(["xdotool", "get_num_desktops"], capture_output=True).returncode == 0
-
-
-class Window:
-    """A window of the program, found by a regular expression of its title."""
-
-    def __init__(self, title):
-        self.id = wait_for(f"a window titled {title}", lambda: self.find(title))
-
-    @staticmethod
-    def find(title):
-        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title], capture_output=True, text=True)
-        return found.stdout.split()[-1] if found.stdout.split() else None
-
-    def size(self):
-        values = shell_values("getwindowgeometry", "--shell", self.id)
-        return int(values["WIDTH"]), int(values["HEIGHT"])
-
-    def at(self, x, y):
-        """A point of the window on the screen. The geometry above counts the window manager's frame twice."""
-        run("xdotool", "mousemove", "--window", self.id, str(x), str(y))
-        values = shell_values("getmouselocation", "--shell")
-        return int(values["X"]), int(values["Y"])
-
-
-class User:
-    def __init__(self, folder):
-        self.folder = folder
-        self.step = 0
-
-    @staticmethod
-    def move(position):
-        run("xdotool", "mousemove", *map(str, position))
-        time.sleep(0.1)
-
-    def click(self, position):
-        self.move(position)
-        run("xdotool", "click", "1")
-        time.sleep(0.3)
-
-    def drag(self, start, end):
-        self.move(start)
-        run("xdotool", "mousedown", "1")
-        for part in (0.1, 0.5, 1.0):
-            self.move(tuple(round(a + (b - a) * part) for a, b in zip(start, end)))
-        run("xdotool", "mouseup", "1")
-        time.sleep(0.3)
-
-    @staticmethod
-    def key(name):
-        run("xdotool", "key", name)
-        time.sleep(0.3)
-
-    def look(self, name):
-        """Saves the screen and returns its path."""
-        self.step += 1
-        path = os.path.join(self.folder, f"{self.step:02}-{name}.png")
-        run("import", "-window", "root", path)
-        return path
-
-
-def line_pixels(picture, area):
-    """Pixels of the figures' colour in `area` (x, y, width, height of the screen)."""
-    x, y, width, height = area
-    text = run("convert", picture, "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-fuzz", "15%", "-fill", "black",
-               "+opaque", LINE_COLOUR, "-fill", "white", "-opaque", LINE_COLOUR, "-format", "%[fx:round(mean*w*h)]",
-               "info:")
-    return int(float(text))
-
-
-def expect(condition, what):
-    if not condition:
-        raise AssertionError(what)
-
-
-class Session:
-    def __init__(self, user):
-        self.user = user
-        self.chart = Window("qzchart")
-        self.width, self.height = self.chart.size()
-        user.click(self.chart.at(700, 20))
-        user.key("p")
-        self.palette = Window("Drawing tools")
-
-    def look(self, name):
-        """With the mouse off the chart, whose crosshair would be in every picture."""
-        self.user.move(self.point(0.6, 0.055))
-        return self.user.look(name)
-
-    def area(self, top, bottom):
-        """A band of the chart right of the palette, as screen coordinates."""
-        x, y = self.chart.at(240, round(self.height * top))
-        return x, y, self.width - 320, round(self.height * (bottom - top))
-
-    def candles(self, name):
-        return line_pixels(self.look(name), self.area(0.12, 0.70))
-
-    def volumes(self, name):
-        return line_pixels(self.look(name), self.area(0.76, 0.92))
-
-    def press_tool(self, column, row=0):
-        self.user.click(self.palette.at(FIRST_COLUMN + COLUMN * column, LINES_ROW + ROW * row))
-
-    def press_function(self, column):
-        self.user.click(self.palette.at(FIRST_COLUMN + COLUMN * column, FUNCTIONS_ROW))
-
-    def point(self, x, y):
-        return self.chart.at(round(self.width * x), round(self.height * y))
-
+class Session(Chart):
     def expect_keyboard(self, after):
         """A shortcut, unlike a single key, works only in the active window."""
         self.user.key("ctrl+o")
@@ -290,31 +150,17 @@ class Session:
         left = self.difference(before, self.look("range statistics closed"))
         expect(left < 100, f"nothing is left of the band, but {left} px are")
 
-    def difference(self, before, after, top=0.12, bottom=0.70):
-        """Pixels of a band of the chart that changed, of the candle pane if none is named."""
-        x, y, width, height = self.area(top, bottom)
-        text = subprocess.run(["compare", "-metric", "AE", "-extract", f"{width}x{height}+{x}+{y}", before, after, "null:"],
-                              capture_output=True, text=True).stderr
-        return int(float(text.split()[0]))
-
-    def quit(self, program):
+    def quit(self, process):
         self.press_function(MAGNET)
-        expect(program.poll() is None, "the program is still there")
+        expect(process.poll() is None, "the program is still there")
         self.user.key("ctrl+q")
-        wait_for("Ctrl+Q after a click on the magnet quits", lambda: program.poll() is not None, 5)
+        wait_for("Ctrl+Q after a click on the magnet quits", lambda: process.poll() is not None, 5)
 
 
 def main():
-    program, folder = sys.argv[1:3]
-    shutil.rmtree(folder, ignore_errors=True)
-    os.makedirs(folder)
-    with tempfile.TemporaryDirectory() as home:
-        environment = {**os.environ, "XDG_DATA_HOME": home, "HOME": home, "XDG_RUNTIME_DIR": home}
-        manager = subprocess.Popen(["openbox"], env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        # A window that is shown while the manager starts may stay unmanaged and unseen.
-        wait_for("a window manager", manages_windows)
-        chart = subprocess.Popen([program], env=environment)
-        try:
+    qzchart, folder = sys.argv[1:3]
+    with desktop(folder) as environment:
+        with program(environment, qzchart) as process:
             session = Session(User(folder))
             thin = session.draw()
             session.restyle(thin)
@@ -325,21 +171,11 @@ def main():
             note = session.write_note()
             session.draw_families()
             session.range_statistics()
-            session.quit(chart)
-            chart = subprocess.Popen([program], env=environment)
+            session.quit(process)
+        with program(environment, qzchart):
             back = Session(session.user).candles("after a restart")
             expect(note > 0 and abs(back - note) < 0.2 * note, f"the note is back after a restart: {note}, {back} px")
-        except AssertionError as failed:
-            run("import", "-window", "root", os.path.join(folder, "failed.png"))
-            print(f"drive_panels: failed: {failed}; pictures in {folder}", file=sys.stderr)
-            return 1
-        finally:
-            chart.terminate()
-            chart.wait()
-            manager.terminate()
-            manager.wait()
-    return 0
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    main()
