@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <span>
 
 namespace {
@@ -51,7 +52,8 @@ int generateSamples(const QString& folder)
     return written ? 0 : failed;
 }
 
-int showChart(const BarReadResult& bars, const QString& picturePath)
+/// Shows the bars of a file or, where there is none alone, the watch list of `files`.
+int showChart(const std::optional<BarReadResult>& bars, const QStringList& files, const QString& picturePath)
 {
     // A demonstration draws on a sheet of its own, never on the user's figures.
     const QTemporaryDir demoFolder;
@@ -61,7 +63,10 @@ int showChart(const BarReadResult& bars, const QString& picturePath)
     if (!picturePath.isNull())
         QZFrameComFun::setRootFolder(demoFolder.path());
     auto window = std::make_unique<ChartWindow>();
-    window->showBars(bars);
+    if (bars)
+        window->showBars(*bars);
+    else
+        window->showFiles(files);
     window->show();
     if (picturePath.isNull()) {
         window.release()->setAttribute(Qt::WA_DeleteOnClose);
@@ -74,6 +79,17 @@ int showChart(const BarReadResult& bars, const QString& picturePath)
     }
     print(stdout, QStringLiteral("Wrote %1").arg(QFileInfo(picturePath).absoluteFilePath()));
     return 0;
+}
+
+/// Says what is wrong with the bars of a file.
+void tellProblems(const BarReadResult& bars)
+{
+    if (!bars.isOk())
+        print(stderr, bars.error);
+    for (const QString& reason : bars.skipReasons)
+        print(stderr, reason);
+    if (bars.skippedRows > 0)
+        print(stderr, bars.summary());
 }
 
 /// What needs no window needs no display either.
@@ -111,28 +127,32 @@ int main(int argc, char** argv)
     parser.setApplicationDescription(QStringLiteral("A stock chart to draw on."));
     parser.addHelpOption();
     parser.addOptions({demo, theme, samples});
-    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Delimited text file of bars."),
-                                 QStringLiteral("[FILE]"));
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("Delimited text files of bars, or folders of them."),
+                                 QStringLiteral("[FILE...]"));
     parser.process(*application);
     if (parser.isSet(samples))
         return generateSamples(parser.value(samples));
-    if (parser.positionalArguments().size() > 1) {
-        print(stderr, QStringLiteral("qzchart: one file at a time"));
-        return unusable;
-    }
     if (!QZGlobalEnv::getShareInstance().setTheme(parser.value(theme))) {
         print(stderr, QStringLiteral("qzchart: no theme named %1").arg(parser.value(theme)));
         return unusable;
     }
 
-    const BarReadResult bars = readBars(parser.positionalArguments().value(0, dailySamplePath()));
-    if (!bars.isOk()) {
-        print(stderr, bars.error);
+    QStringList paths = parser.positionalArguments();
+    if (paths.isEmpty())
+        paths << dailySamplePath();
+    const QStringList files = WatchList::barFiles(paths);
+    if (files.isEmpty()) {
+        print(stderr, QStringLiteral("qzchart: no files of bars in %1").arg(paths.join(QLatin1String(", "))));
         return unusable;
     }
-    for (const QString& reason : bars.skipReasons)
-        print(stderr, reason);
-    if (bars.skippedRows > 0)
-        print(stderr, bars.summary());
-    return showChart(bars, parser.value(demo));
+    // Several files are a list, which tells of each what is wrong with it.
+    std::optional<BarReadResult> bars;
+    if (files.size() == 1) {
+        bars = readBars(files.front());
+        tellProblems(*bars);
+        if (!bars->isOk())
+            return unusable;
+    }
+    return showChart(bars, files, parser.value(demo));
 }

@@ -12,10 +12,12 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QWindow>
 
@@ -23,7 +25,10 @@
 
 ChartWindow::ChartWindow(QWidget* parent)
     : QMainWindow(parent),
-      chart_(new ChartSplitView(this)),
+      center_(new QStackedWidget(this)),
+      chart_(new ChartSplitView(center_)),
+      failure_(new QLabel(center_)),
+      watchList_(new WatchList(this)),
       palette_(*this),
       statistics_(*chart_),
       periods_(new QComboBox(this)),
@@ -34,10 +39,19 @@ ChartWindow::ChartWindow(QWidget* parent)
 {
     setWindowTitle(tr("qzchart"));
     resize(1280, 800);
-    setCentralWidget(chart_);
+    setCentralWidget(center_);
+    center_->addWidget(chart_);
+    center_->addWidget(failure_);
+    failure_->setAlignment(Qt::AlignCenter);
+    failure_->setWordWrap(true);
+    failure_->setFocusPolicy(Qt::StrongFocus);
+    addDockWidget(Qt::LeftDockWidgetArea, watchList_);
+    connect(watchList_, &WatchList::fileChosen, this, &ChartWindow::showListed);
+    connect(watchList_, &WatchList::filterLeft, this, [this] { center_->currentWidget()->setFocus(); });
     statusBar()->addWidget(summary_, 1);
     statusBar()->addPermanentWidget(barLabel_);
     periods_->setToolTip(tr("Period of a bar"));
+    periods_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     periods_->setFocusPolicy(Qt::NoFocus); // keys stay with the chart
     connect(periods_, &QComboBox::activated, this, &ChartWindow::choosePeriod);
     connect(chart_, &ChartSplitView::activePaneChanged, this, &ChartWindow::followPane);
@@ -93,20 +107,73 @@ bool ChartWindow::openFileIn(ChartWindow& target)
         QMessageBox::warning(this, tr("Open bars"), result.error);
         return false;
     }
+    return target.takeBars(result);
+}
+
+bool ChartWindow::takeBars(const BarReadResult& result)
+{
     // One window per group of figures: the last of two to close would overwrite what the other one saved.
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget* each : windows) {
         auto* other = dynamic_cast<ChartWindow*>(each);
-        if (other == nullptr || other == &target || !other->isVisible() || !other->shows(result.series))
+        if (other == nullptr || other == this || !other->isVisible() || !other->shows(result.series))
             continue;
         other->raise();
         other->activateWindow();
         return false;
     }
-    if (!target.shows(result.series) && !target.figures_.mayLeave())
+    if (!shows(result.series) && !figures_.mayLeave())
         return false;
-    target.showBars(result);
+    showBars(result);
     return true;
+}
+
+void ChartWindow::openFolder()
+{
+    const QString folder = QFileDialog::getExistingDirectory(this, tr("Open a folder of bars"));
+    if (!folder.isEmpty() && !showFiles({folder}))
+        QMessageBox::warning(this, tr("Open a folder of bars"),
+                             tr("%1 holds no bars: no file ends in %2")
+                                 .arg(folder, WatchList::namePatterns().join(QLatin1String(", "))));
+}
+
+bool ChartWindow::showFiles(const QStringList& paths)
+{
+    const QStringList files = WatchList::barFiles(paths);
+    if (files.isEmpty())
+        return false;
+    watchList_->setFiles(files);
+    for (const QString& file : files) {
+        const BarReadResult result = readBars(file);
+        if (!result.isOk())
+            continue;
+        takeBars(result);
+        return true;
+    }
+    showListed(files.front());
+    return true;
+}
+
+void ChartWindow::showListed(const QString& path)
+{
+    const BarReadResult result = readBars(path);
+    if (result.isOk())
+        takeBars(result);
+    else if (figures_.mayLeave())
+        showFailure(result);
+    watchList_->setCurrentFile(file_);
+    center_->currentWidget()->setFocus();
+}
+
+void ChartWindow::showFailure(const BarReadResult& result)
+{
+    statistics_.close();
+    file_ = result.path;
+    failure_->setText(result.error);
+    center_->setCurrentWidget(failure_);
+    setWindowTitle(tr("%1 - qzchart").arg(QFileInfo(result.path).completeBaseName()));
+    summary_->setText(result.error);
+    describeBar(std::nullopt);
 }
 
 bool ChartWindow::shows(const BarSeries& series) const
@@ -119,6 +186,9 @@ void ChartWindow::showBars(const BarReadResult& result)
     const bool isSameStock = shows(result.series);
     const QZPaintCycle base = cycleOf(result.series);
     read_ = result;
+    file_ = result.path;
+    watchList_->setCurrentFile(file_);
+    center_->setCurrentWidget(chart_);
     barsRead_ = result.summary();
     periods_->clear();
     for (const QZPaintCycle cycle : longerCycles(base))
@@ -189,6 +259,7 @@ void ChartWindow::applyTheme()
 {
     setPalette(ChartTheme::current().windowPalette());
     chart_->applyTheme();
+    watchList_->applyTheme();
 }
 
 void ChartWindow::describeBar(std::optional<int> bar)

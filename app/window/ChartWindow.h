@@ -5,6 +5,7 @@
 #include "app/chart/ChartPalette.h"
 #include "app/chart/RangeStatisticsWindow.h"
 #include "app/window/FigureKeeper.h"
+#include "app/window/WatchList.h"
 #include "app/window/WindowCommands.h"
 #include "platform/QZNotificationCenter.h"
 
@@ -16,6 +17,7 @@
 class ChartSplitView;
 class QComboBox;
 class QLabel;
+class QStackedWidget;
 
 /// The reference host's window: candles above volume, drawing tools, and what the bar under the mouse says.
 class ChartWindow : public QMainWindow {
@@ -30,8 +32,15 @@ public:
     /// loaded; the same stock and period keeps its figures.
     void showBars(const BarReadResult& result);
 
+    /// Lists the stocks of these files and folders, and shows the first one that can be read. False when there is no
+    /// file in them at all.
+    bool showFiles(const QStringList& paths);
+    [[nodiscard]] WatchList& watchList() { return *watchList_; }
+
     /// Shows the file that the user picks.
     void openFile();
+    /// Lists the stocks of the folder that the user picks.
+    void openFolder();
     /// The same in a window of its own.
     void openWindow();
     void changeUser();
@@ -49,6 +58,13 @@ protected:
 private:
     /// Shows the file that the user picks in `target`; false when there is nothing to show.
     bool openFileIn(ChartWindow& target);
+    /// Shows what was read, unless another window shows it already, which comes to the front then, or the user keeps
+    /// figures that cannot be stored.
+    bool takeBars(const BarReadResult& result);
+    /// Shows a stock of the watch list, or why it cannot be shown.
+    void showListed(const QString& path);
+    /// Says in place of the chart why a file cannot be shown.
+    void showFailure(const BarReadResult& result);
     void choosePeriod(int index);
     /// Shows the bars that were read put together to a period of their list, with the figures of that period unless
     /// those on show are its.
@@ -63,10 +79,14 @@ private:
     void describeDrawing();
 
     std::shared_ptr<const ChartData> data_ = std::make_shared<const ChartData>();
+    QStackedWidget* center_; ///< the chart or the failure
     ChartSplitView* chart_;
+    QLabel* failure_;
+    WatchList* watchList_;
     ChartPalette palette_;
     RangeStatisticsWindow statistics_;
     BarReadResult read_;
+    QString file_;                                 ///< on show, or found unusable
     QZPaintCycle cycle_ = QZPCCandlestickCycleDay; ///< on show
     QComboBox* periods_;
     QString barsRead_; ///< where they come from and how many

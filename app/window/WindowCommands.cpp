@@ -11,6 +11,7 @@
 WindowCommands::WindowCommands(ChartWindow& window) : window_(window)
 {
     addFileMenu();
+    addViewMenu();
     addHelpMenu();
     addToolBar();
 }
@@ -19,10 +20,22 @@ void WindowCommands::addFileMenu()
 {
     QMenu* file = window_.menuBar()->addMenu(tr("&File"));
     file->addAction(tr("&Open…"), QKeySequence::Open, &window_, &ChartWindow::openFile);
+    file->addAction(tr("Open &folder…"), Qt::CTRL | Qt::SHIFT | Qt::Key_O, &window_, &ChartWindow::openFolder);
     file->addAction(tr("Open in &new window…"), QKeySequence::New, &window_, &ChartWindow::openWindow);
     file->addAction(tr("Change login &user…"), &window_, &ChartWindow::changeUser);
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, &window_, &QWidget::close);
+}
+
+void WindowCommands::addViewMenu()
+{
+    QMenu* view = window_.menuBar()->addMenu(tr("&View"));
+    WatchList& list = window_.watchList();
+    view->addAction(list.toggleViewAction());
+    view->addAction(tr("&Previous stock"), Qt::Key_PageUp, &list, [&list] { list.step(-1); });
+    view->addAction(tr("&Next stock"), Qt::Key_PageDown, &list, [&list] { list.step(1); });
+    QAction* find = view->addAction(tr("&Find a stock"), &list, &WatchList::startFilter);
+    find->setShortcuts({Qt::CTRL | Qt::Key_K, Qt::Key_Slash});
 }
 
 void WindowCommands::addHelpMenu()
@@ -35,16 +48,20 @@ void WindowCommands::addHelpMenu()
 void WindowCommands::showKeys()
 {
     QString rows;
-    for (const auto& [keys, meaning] : {std::pair{tr("P"), tr("open or close the drawing tools")},
-                                        {tr("1 to 6"), tr("choose a line, in the order of the tools")},
-                                        {tr("Escape"), tr("cancel the figure that is being drawn, else deselect")},
-                                        {tr("Delete, Backspace"), tr("delete the selected figure")},
-                                        {tr("S"), tr("range statistics: drag the band or its edges")},
-                                        {tr("Left, Right"), tr("scroll; with Shift by a screen")},
-                                        {tr("+, -, wheel"), tr("zoom; the wheel scrolls with Ctrl")},
-                                        {tr("Home, End"), tr("go to the first or to the newest bar")},
-                                        {tr("T"), tr("switch between the light and the dark theme")},
-                                        {tr("Ctrl+O, Ctrl+N, Ctrl+Q"), tr("open bars here or in a new window, quit")}})
+    for (const auto& [keys, meaning] :
+         {std::pair{tr("P"), tr("open or close the drawing tools")},
+          {tr("1 to 6"), tr("choose a line, in the order of the tools")},
+          {tr("Escape"), tr("cancel the figure that is being drawn, else deselect")},
+          {tr("Delete, Backspace"), tr("delete the selected figure")},
+          {tr("S"), tr("range statistics: drag the band or its edges")},
+          {tr("Left, Right"), tr("scroll; with Shift by a screen")},
+          {tr("+, -, wheel"), tr("zoom; the wheel scrolls with Ctrl")},
+          {tr("Home, End"), tr("go to the first or to the newest bar")},
+          {tr("Page Up, Page Down"), tr("previous or next stock of the watch list")},
+          {tr("/, Ctrl+K"), tr("find a stock of the watch list by its name; Return shows it")},
+          {tr("T"), tr("switch between the light and the dark theme")},
+          {tr("Ctrl+O, Ctrl+Shift+O"), tr("open a file of bars, or a folder of them")},
+          {tr("Ctrl+N, Ctrl+Q"), tr("open bars in a new window, quit")}})
         rows += QStringLiteral("<tr><td><b>%1</b>&nbsp;&nbsp;</td><td>%2</td></tr>").arg(keys, meaning);
     QMessageBox::information(&window_, tr("Keys"), QStringLiteral("<table>%1</table>").arg(rows));
 }

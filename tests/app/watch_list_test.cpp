@@ -1,0 +1,106 @@
+#include "ChartFixture.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+
+namespace {
+
+/// A chart of a folder: "a1" rose by a tenth on its last day, "a2" is intraday and fell by a fifth since the day
+/// before, "a10" is no file of bars.
+class WatchListTest : public ::testing::Test {
+protected:
+    WatchListTest()
+    {
+        write("a1.csv", "date,open,high,low,close\n2024-01-02,9,11,8,10\n2024-01-03,10,12,9,11\n");
+        write("a2.csv", "date,time,open,high,low,close\n2024-01-02,09:31,9,11,8,9\n2024-01-02,09:32,9,11,8,10\n"
+                        "2024-01-03,09:31,9,11,8,9\n2024-01-03,09:32,9,11,8,8\n");
+        write("a10.csv", "nothing of the kind\n");
+        write("a3.md", "");
+        EXPECT_TRUE(window.showFiles({folder.path()}));
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+    }
+    void write(const char* name, const char* text) const
+    {
+        QFile file(folder.filePath(QLatin1String(name)));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) > -1);
+    }
+    [[nodiscard]] std::string row(int index) const
+    {
+        const QTreeWidgetItem& item = *list.topLevelItem(index);
+        return (item.text(0) + u' ' + item.text(1) + u' ' + item.text(2)).toStdString();
+    }
+    [[nodiscard]] std::string shown() const
+    {
+        return window.windowTitle().remove(QLatin1String(" - qzchart")).toStdString();
+    }
+    [[nodiscard]] QZGraphSet& figures() { return window.chart().panes().front()->paintLayer()->graphs(); }
+
+    const QTemporaryDir folder;
+    ChartWindow window;
+    QTreeWidget& list = *window.watchList().findChild<QTreeWidget*>();
+};
+
+} // namespace
+
+TEST_F(WatchListTest, TellsPricesAndGoesFromStockToStockByKeyNameAndClick)
+{
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !list.topLevelItem(2)->text(1).isEmpty(); }));
+    ASSERT_EQ(list.topLevelItemCount(), 3);
+    EXPECT_EQ(row(0), "a1 11.00 +10.00%");
+    EXPECT_EQ(row(1), "a2 8.00 -20.00%");
+    EXPECT_NE(list.topLevelItem(0)->foreground(2), list.topLevelItem(1)->foreground(2));
+    EXPECT_TRUE(list.topLevelItem(2)->toolTip(0).endsWith(
+        QLatin1String("a10.csv:1: no header line with the columns date, open, high, low and close")))
+        << list.topLevelItem(2)->toolTip(0).toStdString();
+
+    UserInput user(window);
+    EXPECT_EQ(shown(), "a1");
+    user.key(Qt::Key_4);
+    user.click(user.positionOf(*window.chart().panes().front(), {100, 100}));
+    user.key(Qt::Key_5);
+    user.click(user.positionOf(*window.chart().panes().front(), {100, 200}));
+    ASSERT_EQ(figures().count(), 1U);
+    struct Row {
+        const char* name;
+        std::function<void()> go;
+        const char* stock;
+    };
+    const auto key = [this](Qt::Key code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(window.windowHandle(), code, modifiers); // shortcuts, too
+    };
+    for (const Row& step : {Row{"next", [&] { key(Qt::Key_PageDown); }, "a2"},
+                            Row{"next, unreadable", [&] { key(Qt::Key_PageDown); }, "a10"},
+                            Row{"no further one", [&] { key(Qt::Key_PageDown); }, "a10"},
+                            Row{"by its name",
+                                [&] {
+                                    key(Qt::Key_Slash);
+                                    for (const auto code : {Qt::Key_A, Qt::Key_1, Qt::Key_Return})
+                                        key(code);
+                                },
+                                "a1"},
+                            Row{"the filter given up",
+                                [&] {
+                                    key(Qt::Key_K, Qt::ControlModifier);
+                                    key(Qt::Key_2);
+                                    key(Qt::Key_Escape);
+                                },
+                                "a1"},
+                            Row{"by a click",
+                                [&] {
+                                    const QPoint place = list.visualItemRect(list.topLevelItem(1)).center();
+                                    user.click(list.viewport()->mapTo(&window, QPointF(place)));
+                                },
+                                "a2"},
+                            Row{"previous", [&] { key(Qt::Key_PageUp); }, "a1"}}) {
+        SCOPED_TRACE(step.name);
+        step.go();
+        EXPECT_EQ(shown(), step.stock);
+        EXPECT_EQ(list.currentItem()->text(0).toStdString(), step.stock);
+        EXPECT_EQ(window.chart().isVisible(), shown() != "a10");
+        EXPECT_EQ(figures().count() == 1, shown() == "a1");
+        EXPECT_TRUE(window.chart().hasFocus() || shown() == "a10");
+    }
+}
