@@ -1,5 +1,5 @@
-#include "app/bars/BarReader.h"
 #include "app/bars/SampleBars.h"
+#include "app/chart/BarProgress.h"
 #include "app/demo/DemoGestures.h"
 #include "app/window/ChartWindow.h"
 #include "model/QZPaintOptions.h"
@@ -125,7 +125,10 @@ int main(int argc, char** argv)
         return unusable;
     }
 
-    const BarReadResult bars = readBars(parser.positionalArguments().value(0, dailySamplePath()));
+    const QString path = parser.positionalArguments().value(0, dailySamplePath());
+    QGuiApplication::setQuitOnLastWindowClosed(false); // which the progress would be
+    const BarReadResult bars = parser.isSet(demo) ? readBars(path) : readBarsShowingProgress(path, nullptr);
+    QGuiApplication::setQuitOnLastWindowClosed(true);
     if (!bars.isOk()) {
         print(stderr, bars.error);
         return unusable;
