@@ -1,5 +1,5 @@
-#include "app/bars/BarReader.h"
 #include "app/bars/SampleBars.h"
+#include "app/chart/BarProgress.h"
 #include "app/demo/DemoGestures.h"
 #include "app/window/ChartWindow.h"
 #include "model/QZPaintOptions.h"
@@ -149,7 +149,9 @@ int main(int argc, char** argv)
     // Several files are a list, which tells of each what is wrong with it.
     std::optional<BarReadResult> bars;
     if (files.size() == 1) {
-        bars = readBars(files.front());
+        QGuiApplication::setQuitOnLastWindowClosed(false); // which the progress would be
+        bars = parser.isSet(demo) ? readBars(files.front()) : readBarsShowingProgress(files.front(), nullptr);
+        QGuiApplication::setQuitOnLastWindowClosed(true);
         tellProblems(*bars);
         if (!bars->isOk())
             return unusable;

@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::size_t maxLineBytes = 1U << 20U;
 constexpr int maxSkipReasons = 5;
+constexpr qint64 linesPerReport = 4096;
 
 /// Lines of an open file without their ends, in a buffer that is reused for each.
 class LineSource {
@@ -50,6 +51,8 @@ public:
 
     std::string_view line() const { return line_; }
     qint64 number() const { return number_; }
+    /// Of the source that was read, 0 to 1.
+    double part() const { return static_cast<double>(source_->pos()) / static_cast<double>(source_->size()); }
 
 private:
     bool readChunk(std::string_view& chunk)
@@ -73,7 +76,10 @@ private:
 /// One reading of one file.
 class Reading {
 public:
-    explicit Reading(const QString& path) : file_(path) { result_.path = path; }
+    Reading(const QString& path, const BarReadProgress& progress) : file_(path), progress_(progress)
+    {
+        result_.path = path;
+    }
 
     BarReadResult run()
     {
@@ -151,6 +157,8 @@ private:
             }
             if (status != LineSource::Status::Line)
                 return failAtLine(unusable(status));
+            if (lines_.number() % linesPerReport == 0 && !mayGoOn())
+                return false;
             if (isBlank(lines_.line()))
                 continue;
             const BarRow row = parser_.parse(lines_.line());
@@ -167,6 +175,14 @@ private:
         if (result_.skippedRows == 0)
             return fail(QStringLiteral("%1:%2: no row after the header").arg(result_.path).arg(lines_.number() - 1));
         return fail(QStringLiteral("%1 (no usable row in the file)").arg(result_.skipReasons.first()));
+    }
+
+    bool mayGoOn()
+    {
+        if (!progress_ || progress_(lines_.part()))
+            return true;
+        result_.isCancelled = true;
+        return fail(QStringLiteral("%1: the reading was cancelled").arg(result_.path));
     }
 
     /// Puts right the dates that were read before their order was known.
@@ -217,10 +233,11 @@ private:
         result_.duplicateRows = read - result_.series.size();
         if (!result_.series.isIntraday())
             return;
-        std::vector<Bar> bars = result_.series.bars();
+        const std::vector<Bar>& timed = result_.series.bars();
         const auto sameDay = [](const Bar& left, const Bar& right) { return left.date == right.date; };
-        if (std::adjacent_find(bars.begin(), bars.end(), sameDay) != bars.end())
+        if (std::adjacent_find(timed.begin(), timed.end(), sameDay) != timed.end())
             return;
+        std::vector<Bar> bars = timed;
         for (Bar& bar : bars)
             bar.time = 0;
         result_.series = BarSeries(name, std::move(bars));
@@ -259,6 +276,7 @@ private:
     QFile file_;
     QBuffer decoded_; ///< what a file of UTF-16 says, in UTF-8
     LineSource lines_;
+    const BarReadProgress& progress_;
     BarRowParser parser_;
     std::vector<Bar> bars_;
     std::vector<std::size_t> openDates_; ///< the bars whose day and month may stand in either order
@@ -308,7 +326,7 @@ QString BarReadResult::summary() const
     return text;
 }
 
-BarReadResult readBars(const QString& path)
+BarReadResult readBars(const QString& path, const BarReadProgress& progress)
 {
-    return Reading(path).run();
+    return Reading(path, progress).run();
 }

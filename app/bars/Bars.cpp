@@ -1,5 +1,7 @@
 #include "app/bars/Bars.h"
 
+#include "app/bars/ExtremesTree.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -18,43 +20,74 @@ bool isEarlier(const Bar& left, const Bar& right)
 
 } // namespace
 
-BarSeries::BarSeries(QString name, std::vector<Bar> bars) : name_(std::move(name)), bars_(std::move(bars))
+struct BarSeries::Content {
+    Content() = default;
+
+    explicit Content(std::vector<Bar> given) : bars(std::move(given))
+    {
+        if (!std::is_sorted(bars.begin(), bars.end(), isEarlier))
+            std::stable_sort(bars.begin(), bars.end(), isEarlier);
+        // std::unique keeps the first of equals, so it runs from the back to keep the last one.
+        const auto kept = std::unique(bars.rbegin(), bars.rend(),
+                                      [](const Bar& a, const Bar& b) { return momentOf(a) == momentOf(b); });
+        bars.erase(bars.begin(), kept.base());
+        isIntraday = std::any_of(bars.begin(), bars.end(), [](const Bar& bar) { return bar.time != 0; });
+        extremes = ExtremesTree(bars);
+    }
+
+    std::vector<Bar> bars;
+    bool isIntraday = false;
+    ExtremesTree extremes;
+};
+
+BarSeries::BarSeries()
 {
-    if (!std::is_sorted(bars_.begin(), bars_.end(), isEarlier))
-        std::stable_sort(bars_.begin(), bars_.end(), isEarlier);
-    // std::unique keeps the first of equals, so it runs from the back to keep the last one.
-    const auto kept = std::unique(bars_.rbegin(), bars_.rend(),
-                                  [](const Bar& a, const Bar& b) { return momentOf(a) == momentOf(b); });
-    bars_.erase(bars_.begin(), kept.base());
-    intraday_ = std::any_of(bars_.begin(), bars_.end(), [](const Bar& bar) { return bar.time != 0; });
+    static const auto none = std::make_shared<const Content>();
+    content_ = none;
+}
+
+BarSeries::BarSeries(QString name, std::vector<Bar> bars)
+    : name_(std::move(name)), content_(std::make_shared<const Content>(std::move(bars)))
+{}
+
+const std::vector<Bar>& BarSeries::bars() const
+{
+    return content_->bars;
+}
+
+bool BarSeries::isIntraday() const
+{
+    return content_->isIntraday;
 }
 
 int BarSeries::lowerBound(std::int32_t date, std::int32_t time) const
 {
     const BarTime moment{date, time};
-    const auto found = std::lower_bound(bars_.begin(), bars_.end(), moment,
+    const auto found = std::lower_bound(bars().begin(), bars().end(), moment,
                                         [](const Bar& bar, const BarTime& at) { return momentOf(bar) < at; });
-    return static_cast<int>(std::distance(bars_.begin(), found));
+    return static_cast<int>(std::distance(bars().begin(), found));
 }
 
-std::optional<PriceRange> BarSeries::priceRange(int first, int last) const
+std::optional<Bar> BarSeries::outline(int first, int last) const
 {
     const int from = std::max(first, 0);
     const int to = std::min(last, size() - 1);
     if (from > to)
         return std::nullopt;
-    PriceRange range{at(from).low, at(from).high};
-    for (int index = from + 1; index <= to; ++index) {
-        range.low = std::min(range.low, at(index).low);
-        range.high = std::max(range.high, at(index).high);
-    }
-    return range;
+    const BarExtremes reached =
+        content_->extremes.over(bars(), static_cast<std::size_t>(from), static_cast<std::size_t>(to) + 1);
+    const BarTime moment = timeAt(from);
+    return Bar{moment.date, moment.time, at(from).open, reached.high, reached.low, at(to).close, reached.volume};
+}
+
+std::optional<PriceRange> BarSeries::priceRange(int first, int last) const
+{
+    const auto bar = outline(first, last);
+    return bar ? std::optional(PriceRange{bar->low, bar->high}) : std::nullopt;
 }
 
 double BarSeries::maxVolume(int first, int last) const
 {
-    double volume = 0;
-    for (int index = std::max(first, 0); index <= std::min(last, size() - 1); ++index)
-        volume = std::max(volume, at(index).volume);
-    return volume;
+    const auto bar = outline(first, last);
+    return bar ? bar->volume : 0;
 }

@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 
 namespace {
 
@@ -100,24 +101,47 @@ QString dateLabel(const Moment& moment, const Moment& before, std::size_t period
         .arg(moment.minute % 60, 2, 10, QLatin1Char('0'));
 }
 
-/// Where a period begins, as offsets into `moments`, whose first one only precedes the visible ones.
-std::vector<std::size_t> beginnings(const std::vector<Moment>& moments, PeriodOf periodOf)
+/// The bar after `from` with which another period begins; `last` + 1 when that one is not over by `last`.
+int nextBeginning(const TradingCalendar& calendar, PeriodOf periodOf, int from, int last)
 {
-    std::vector<std::size_t> offsets;
-    for (std::size_t i = 1; i < moments.size(); ++i) {
-        if (periodOf(moments[i]) != periodOf(moments[i - 1]))
-            offsets.push_back(i);
+    const auto periodAt = [&](int bar) { return periodOf(momentOf(calendar.at(bar))); };
+    const std::int64_t period = periodAt(from);
+    int inside = from;
+    int outside = from + 1;
+    for (int step = 1; outside <= last && periodAt(outside) == period; step *= 2) {
+        inside = outside;
+        outside += step;
     }
-    return offsets;
+    outside = std::min(outside, last + 1);
+    while (outside - inside > 1) {
+        const int middle = inside + (outside - inside) / 2;
+        (periodAt(middle) == period ? inside : outside) = middle;
+    }
+    return outside;
+}
+
+/// The bars `first` to `last` with which a period begins; nothing when they are more than `most`.
+std::optional<std::vector<int>> beginnings(const TradingCalendar& calendar, PeriodOf periodOf, int first, int last,
+                                           double most)
+{
+    std::vector<int> bars;
+    for (int bar = nextBeginning(calendar, periodOf, first - 1, last); bar <= last;
+         bar = nextBeginning(calendar, periodOf, bar, last)) {
+        bars.push_back(bar);
+        if (static_cast<double>(bars.size()) > most)
+            return std::nullopt;
+    }
+    return bars;
 }
 
 /// Drops what follows too closely, as after a week cut short by holidays.
-void thinOut(std::vector<std::size_t>& offsets, double minGap)
+void thinOut(std::vector<int>& bars, double minGap)
 {
-    std::size_t kept = 0;
-    std::erase_if(offsets, [&kept, minGap](std::size_t offset) {
-        const bool isTooClose = kept != 0 && static_cast<double>(offset - kept) < minGap;
-        kept = isTooClose ? kept : offset;
+    std::optional<int> kept;
+    std::erase_if(bars, [&kept, minGap](int bar) {
+        const bool isTooClose = kept && bar - *kept < minGap;
+        if (!isTooClose)
+            kept = bar;
         return isTooClose;
     });
 }
@@ -140,26 +164,23 @@ std::vector<AxisTick> dateTicks(const TradingCalendar& calendar, int first, int 
     std::vector<AxisTick> ticks;
     if (last < first)
         return ticks;
-    std::vector<Moment> moments;
-    moments.reserve(static_cast<std::size_t>(last - first) + 2);
-    for (int index = first - 1; index <= last; ++index)
-        moments.push_back(momentOf(calendar.at(index)));
-
+    const double most = (last - first + 2) / minGap + 1;
     std::size_t period = 0;
-    std::vector<std::size_t> offsets;
+    std::vector<int> bars;
     for (std::size_t finer = 0; finer < periods.size(); ++finer) {
-        std::vector<std::size_t> candidates = beginnings(moments, periods[finer]);
-        if (static_cast<double>(candidates.size()) * minGap > static_cast<double>(moments.size()) + minGap)
+        auto candidates = beginnings(calendar, periods.at(finer), first, last, most);
+        if (!candidates)
             break;
-        if (candidates.size() > offsets.size())
+        if (candidates->size() > bars.size())
             period = finer;
-        offsets = std::move(candidates);
+        bars = std::move(*candidates);
     }
-    thinOut(offsets, minGap * 0.8);
-    const Moment* before = moments.data();
-    for (const std::size_t offset : offsets) {
-        ticks.push_back({first - 1.0 + static_cast<double>(offset), dateLabel(moments[offset], *before, period)});
-        before = &moments[offset];
+    thinOut(bars, minGap * 0.8);
+    Moment before = momentOf(calendar.at(first - 1));
+    for (const int bar : bars) {
+        const Moment moment = momentOf(calendar.at(bar));
+        ticks.push_back({static_cast<double>(bar), dateLabel(moment, before, period)});
+        before = moment;
     }
     return ticks;
 }

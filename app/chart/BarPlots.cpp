@@ -37,17 +37,37 @@ void BarPlot::draw(QCPPainter* painter)
     if (!data_)
         return;
     const QCPRange range = keyAxis()->range();
+    const double barWidth = keyAxis()->axisRect()->width() / range.size();
+    if (barWidth < 1) {
+        drawSharedColumns(*painter);
+        return;
+    }
     const int first = std::max(0, static_cast<int>(std::floor(range.lower)));
     const int last = std::min(data_->series.size() - 1, static_cast<int>(std::ceil(range.upper)));
-    const double barWidth = keyAxis()->axisRect()->width() / range.size();
     // A gap of at least a pixel to the neighbour, as long as there is room for one.
     const int body = std::max(1, static_cast<int>(std::floor(std::min(barWidth * 0.72, barWidth - 1))));
     const int width = body % 2 == 0 ? body - 1 : body;
-    for (int i = first; i <= last; ++i) {
-        const Bar& bar = data_->series.at(i);
-        const Column column{static_cast<int>(std::floor(keyAxis()->coordToPixel(i))), width};
-        drawBar(*painter, bar, column, bar.close >= bar.open ? up_ : down_);
+    for (int i = first; i <= last; ++i)
+        drawColored(*painter, data_->series.at(i), {static_cast<int>(std::floor(keyAxis()->coordToPixel(i))), width});
+}
+
+void BarPlot::drawSharedColumns(QCPPainter& painter) const
+{
+    const QRect plot = keyAxis()->axisRect()->rect();
+    // The first bar whose middle is not left of `x`.
+    const auto barFrom = [this](int x) { return static_cast<int>(std::ceil(keyAxis()->pixelToCoord(x))); };
+    int first = barFrom(plot.left());
+    for (int x = plot.left(); x <= plot.right(); ++x) {
+        const int next = barFrom(x + 1);
+        if (const auto outline = data_->series.outline(first, next - 1))
+            drawColored(painter, *outline, {x, 1});
+        first = next;
     }
+}
+
+void BarPlot::drawColored(QCPPainter& painter, const Bar& bar, Column column) const
+{
+    drawBar(painter, bar, column, bar.close >= bar.open ? up_ : down_);
 }
 
 void BarPlot::drawLegendIcon(QCPPainter* /*painter*/, const QRectF& /*rect*/) const {}

@@ -6,7 +6,8 @@
 
 #include <memory>
 
-/// Paints one mark per visible bar, on whole pixels so that it is crisp. It reads the chart's bars in place.
+/// Paints one mark per visible bar, on whole pixels so that it is crisp; bars that share a pixel column are painted as
+/// one (see BarSeries::outline). It reads the chart's bars in place.
 class BarPlot : public QCPAbstractPlottable {
 public:
     BarPlot(QCPAxis* keyAxis, QCPAxis* valueAxis);
@@ -31,6 +32,9 @@ protected:
     [[nodiscard]] int yOf(double value) const;
 
 private:
+    void drawSharedColumns(QCPPainter& painter) const;
+    void drawColored(QCPPainter& painter, const Bar& bar, Column column) const;
+
     std::shared_ptr<const ChartData> data_;
     QColor up_;
     QColor down_;

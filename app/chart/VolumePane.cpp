@@ -6,6 +6,14 @@ namespace {
 
 constexpr double spaceAbove = 1.12;
 
+/// What `color` looks like on `ground`. Opaque columns are filled many times faster.
+QColor opaque(const QColor& color, const QColor& ground)
+{
+    const auto mixed = [part = color.alphaF()](float over, float under) { return part * over + (1 - part) * under; };
+    return QColor::fromRgbF(mixed(color.redF(), ground.redF()), mixed(color.greenF(), ground.greenF()),
+                            mixed(color.blueF(), ground.blueF()));
+}
+
 } // namespace
 
 VolumePane::VolumePane(const ChartViewport& viewport, QWidget* parent) : ChartPane(viewport, parent)
@@ -17,6 +25,7 @@ VolumePane::VolumePane(const ChartViewport& viewport, QWidget* parent) : ChartPa
 void VolumePane::setChartData(std::shared_ptr<const ChartData> shown)
 {
     volumes_.clear();
+    volumes_.reserve(shown->series.bars().size());
     for (const Bar& bar : shown->series.bars())
         volumes_.push_back({bar.date, bar.time, bar.volume, bar.volume, bar.volume, bar.volume, 0});
     ChartPane::setChartData(std::move(shown));
@@ -24,7 +33,7 @@ void VolumePane::setChartData(std::shared_ptr<const ChartData> shown)
 
 void VolumePane::applyTheme(const ChartTheme& theme)
 {
-    barPlot()->setColors(theme.volumeUp, theme.volumeDown);
+    barPlot()->setColors(opaque(theme.volumeUp, theme.background), opaque(theme.volumeDown, theme.background));
     ChartPane::applyTheme(theme);
 }
 

@@ -3,6 +3,7 @@
 #include "app/calendar/ChartCycle.h"
 #include "app/calendar/Resample.h"
 #include "app/chart/AxisTicks.h"
+#include "app/chart/BarProgress.h"
 #include "app/chart/ChartSplitView.h"
 #include "model/QZPaintGraph.h"
 #include "panels/QZPaintControl.h"
@@ -102,7 +103,9 @@ bool ChartWindow::openFileIn(ChartWindow& target)
         QFileDialog::getOpenFileName(this, tr("Open bars"), QString(), tr("Bars (*.csv *.tsv *.txt);;All files (*)"));
     if (path.isEmpty())
         return false;
-    const BarReadResult result = readBars(path);
+    const BarReadResult result = readBarsShowingProgress(path, this);
+    if (result.isCancelled)
+        return false;
     if (!result.isOk()) {
         QMessageBox::warning(this, tr("Open bars"), result.error);
         return false;

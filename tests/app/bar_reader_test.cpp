@@ -6,6 +6,7 @@
 #include <QStringEncoder>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
@@ -176,13 +177,56 @@ TEST(BarReader, NamesWhatMakesAFileUnusable)
     }
 }
 
-TEST(BarSeries, RangesClampToTheLoadedBars)
+TEST(BarReader, TellsHowFarItIsAndStopsWhenAsked)
 {
-    const BarSeries series(QString(), {{20200102, 0, 5, 6, 4, 5, 10}, {20200103, 0, 5, 9, 5, 5, 30}});
-    EXPECT_EQ(series.lowerBound(20200104, 0), 2);
-    EXPECT_EQ(series.priceRange(-5, 99)->high, 9.0);
-    EXPECT_FALSE(series.priceRange(2, 9));
-    EXPECT_EQ(series.maxVolume(-1, 99), 30.0);
+    const QString path =
+        write("long.csv", "date,open,high,low,close\n" + QByteArray("2020-01-02,1,1,1,1\n").repeated(9000));
+    for (const bool goesOn : {true, false}) {
+        SCOPED_TRACE(goesOn);
+        std::vector<double> parts;
+        const BarReadResult result = readBars(path, [&](double part) {
+            parts.push_back(part);
+            return goesOn;
+        });
+        EXPECT_EQ(parts.size(), goesOn ? 2U : 1U);
+        EXPECT_NEAR(parts.back(), goesOn ? 0.91 : 0.455, 0.01);
+        EXPECT_EQ(result.isCancelled, !goesOn);
+        EXPECT_EQ(result.isOk(), goesOn);
+    }
+}
+
+TEST(BarSeries, OutlinesAnyStretchOfTheLoadedBars)
+{
+    std::vector<Bar> bars;
+    for (int i = 0; i < 700; ++i) {
+        const double close = (i * 7919) % 1009;
+        bars.push_back({20200102, i, close - 1, close + 2, close - 3, close, static_cast<double>((i * 31) % 997)});
+    }
+    const BarSeries series(QString(), bars);
+    for (const auto& [first, last] : {std::pair{0, 699},
+                                      {-5, 9999},
+                                      {15, 16},
+                                      {16, 31},
+                                      {16, 32},
+                                      {1, 15},
+                                      {255, 512},
+                                      {256, 511},
+                                      {3, 690},
+                                      {699, 699}}) {
+        SCOPED_TRACE(testing::Message() << first << " to " << last);
+        const auto from = bars.begin() + std::max(first, 0);
+        const auto end = bars.begin() + std::min(last + 1, 700);
+        const auto outline = series.outline(first, last);
+        ASSERT_TRUE(outline);
+        EXPECT_EQ(outline->open, from->open);
+        EXPECT_EQ(outline->close, (end - 1)->close);
+        EXPECT_EQ(outline->low, std::ranges::min_element(from, end, {}, &Bar::low)->low);
+        EXPECT_EQ(outline->high, std::ranges::max_element(from, end, {}, &Bar::high)->high);
+        EXPECT_EQ(outline->volume, std::ranges::max_element(from, end, {}, &Bar::volume)->volume);
+    }
+    EXPECT_FALSE(series.priceRange(700, 900));
+    EXPECT_EQ(series.maxVolume(-9, -1), 0);
+    EXPECT_EQ(series.lowerBound(20200103, 0), 700);
 }
 
 TEST(SampleBars, ShippedFilesAreTheGeneratedOnesAndReadBackWhole)
