@@ -1,6 +1,7 @@
 #include "app/window/WindowCommands.h"
 
 #include "app/chart/ChartPalette.h"
+#include "app/chart/ChartSplitView.h"
 #include "app/window/ChartWindow.h"
 
 #include <QComboBox>
@@ -11,6 +12,7 @@
 WindowCommands::WindowCommands(ChartWindow& window) : window_(window)
 {
     addFileMenu();
+    addViewMenu();
     addHelpMenu();
     addToolBar();
 }
@@ -23,6 +25,12 @@ void WindowCommands::addFileMenu()
     file->addAction(tr("Change login &user…"), &window_, &ChartWindow::changeUser);
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, &window_, &QWidget::close);
+}
+
+void WindowCommands::addViewMenu()
+{
+    QMenu* view = window_.menuBar()->addMenu(tr("&View"));
+    view->addActions(window_.chart().viewActions());
 }
 
 void WindowCommands::addHelpMenu()

@@ -19,6 +19,7 @@ public:
 
 private:
     void addFileMenu();
+    void addViewMenu();
     void addHelpMenu();
     void addToolBar();
     void showKeys();
