@@ -21,11 +21,12 @@ MAY_INCLUDE = {
     "surface": ("panels", "tools", "model", "platform"),
     "app/bars": (),
     "app/calendar": ("app/bars", "model"),
-    "app/chart": ("app/calendar", "app/bars", *LIBRARY),
+    "app/indicators": ("app/bars",),
+    "app/chart": ("app/calendar", "app/indicators", "app/bars", *LIBRARY),
     "app/window": ("app/chart", "app/calendar", "app/bars", *LIBRARY),
     "app/demo": ("app/window", "app/chart", "app/calendar", "app/bars", *LIBRARY),
 }
-WITHOUT_WIDGETS = ("platform", "model", "tools", "app/bars", "app/calendar")
+WITHOUT_WIDGETS = ("platform", "model", "tools", "app/bars", "app/calendar", "app/indicators")
 # What uses the library; the library never uses them. "support" is the tests' kit by the name that tests include it by.
 OUTSIDE = ("app", "examples", "bench", "tests", "support")
 
@@ -157,6 +158,7 @@ REFUSED = [
     ("app/bars/a.cpp", '#include "../chart/b.h"'),
     ("app/bars/a.cpp", "#include <QWidget>"),
     ("app/calendar/a.cpp", '#include "app/chart/b.h"'),
+    ("app/indicators/a.cpp", '#include "app/calendar/b.h"'),
     ("app/calendar/a.cpp", '#include "surface/b.h"'),
     ("app/chart/a.cpp", '#include "app/window/b.h"'),
     ("app/window/a.cpp", '#include "app/demo/b.h"'),

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-BarPlot::BarPlot(QCPAxis* keyAxis, QCPAxis* valueAxis) : QCPAbstractPlottable(keyAxis, valueAxis)
+BarPlot::BarPlot(QCPAxis* keyAxis, QCPAxis* valueAxis) : PanePlot(keyAxis, valueAxis)
 {
     setAntialiased(false);
 }
@@ -12,24 +12,6 @@ void BarPlot::setColors(const QColor& up, const QColor& down)
 {
     up_ = up;
     down_ = down;
-}
-
-double BarPlot::selectTest(const QPointF& /*pos*/, bool /*onlySelectable*/, QVariant* /*details*/) const
-{
-    return -1;
-}
-
-QCPRange BarPlot::getKeyRange(bool& foundRange, QCP::SignDomain /*inSignDomain*/) const
-{
-    foundRange = false;
-    return {};
-}
-
-QCPRange BarPlot::getValueRange(bool& foundRange, QCP::SignDomain /*inSignDomain*/,
-                                const QCPRange& /*inKeyRange*/) const
-{
-    foundRange = false;
-    return {};
 }
 
 void BarPlot::draw(QCPPainter* painter)
@@ -69,8 +51,6 @@ void BarPlot::drawColored(QCPPainter& painter, const Bar& bar, Column column) co
 {
     drawBar(painter, bar, column, bar.close >= bar.open ? up_ : down_);
 }
-
-void BarPlot::drawLegendIcon(QCPPainter* /*painter*/, const QRectF& /*rect*/) const {}
 
 int BarPlot::yOf(double value) const
 {

@@ -2,12 +2,19 @@
 
 #include "app/bars/BarStatistics.h"
 #include "app/chart/BarPlots.h"
+#include "app/chart/LinePlot.h"
+#include "app/indicators/Indicators.h"
 #include "platform/QZFont.h"
+
+#include <array>
+#include <cmath>
 
 namespace {
 
 /// Free space above and below the candles, as part of their range.
 constexpr double padding = 0.07;
+/// A week, two weeks, a month and a quarter of daily bars.
+constexpr std::array averageLengths{5, 10, 20, 60};
 
 } // namespace
 
@@ -16,6 +23,10 @@ CandlePane::CandlePane(const ChartViewport& viewport, QWidget* parent)
 {
     setObjectName(QStringLiteral("candles"));
     setBarPlot(new CandlePlot(timeAxis(), valueAxis()));
+    for (const int length : averageLengths) {
+        averages_.push_back({length, new LinePlot(timeAxis(), valueAxis())});
+        averages_.back().line->setMostBarsPerPixel(length);
+    }
     lastPrice_->setClipToAxisRect(false);
     lastPrice_->setLayer(QStringLiteral("overlay"));
     lastPrice_->position->setAxes(timeAxis(), valueAxis());
@@ -26,11 +37,28 @@ CandlePane::CandlePane(const ChartViewport& viewport, QWidget* parent)
     lastPrice_->setFont(systemFont(11));
 }
 
+void CandlePane::setChartData(std::shared_ptr<const ChartData> shown)
+{
+    const std::vector<double> closes = closesOf(shown->series);
+    for (const Average& average : averages_)
+        average.line->setValues(simpleMovingAverage(closes, average.length));
+    ChartPane::setChartData(std::move(shown));
+}
+
+void CandlePane::setAveragesVisible(bool visible)
+{
+    showsAverages_ = visible;
+    for (const Average& average : averages_)
+        average.line->setVisible(visible);
+}
+
 void CandlePane::applyTheme(const ChartTheme& theme)
 {
     up_ = theme.candleUp;
     down_ = theme.candleDown;
     barPlot()->setColors(up_, down_);
+    for (std::size_t i = 0; i < averages_.size(); ++i)
+        averages_[i].line->setColor(theme.lines.at(i));
     lastPrice_->setColor(theme.background);
     ChartPane::applyTheme(theme);
 }
@@ -76,6 +104,11 @@ std::vector<LegendPart> CandlePane::legendOf(int bar) const
                           change < 0 ? down_ : up_});
     }
     legend.insert(legend.end(), {price(u'O', shown.open), price(u'H', shown.high), price(u'L', shown.low)});
+    for (const auto& [length, line] : averages_) {
+        const double average = line->values().at(static_cast<std::size_t>(bar));
+        if (showsAverages_ && !std::isnan(average))
+            legend.push_back({QStringLiteral("MA%1 %2").arg(length).arg(priceText(average)), line->pen().color()});
+    }
     return legend;
 }
 

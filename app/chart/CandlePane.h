@@ -2,14 +2,18 @@
 
 #include "app/chart/ChartPane.h"
 
+class LinePlot;
 class QCPItemText;
 
-/// Candles, with the last price tagged on the axis.
+/// Candles with their moving averages, and the last price tagged on the axis.
 class CandlePane final : public ChartPane {
 public:
     explicit CandlePane(const ChartViewport& viewport, QWidget* parent = nullptr);
 
+    void setChartData(std::shared_ptr<const ChartData> shown) override;
     void applyTheme(const ChartTheme& theme) override;
+    /// The averages of closes, which show at first; they have no say in the range of the values.
+    void setAveragesVisible(bool visible);
 
 protected:
     [[nodiscard]] std::span<const Bar> plottedBars() const override { return chartData()->series.bars(); }
@@ -22,6 +26,13 @@ protected:
     void updateDecoration() override;
 
 private:
+    struct Average {
+        int length = 0; ///< bars
+        LinePlot* line; ///< owned by the plot
+    };
+
+    std::vector<Average> averages_;
+    bool showsAverages_ = true;
     QCPItemText* lastPrice_; // owned by the plot
     QColor up_;
     QColor down_;

@@ -21,12 +21,14 @@ constexpr double scrollPart = 0.05;
 
 } // namespace
 
-ChartSplitView::ChartSplitView(QWidget* parent) : QZPaintSplitView(Qt::Vertical, parent)
+ChartSplitView::ChartSplitView(QWidget* parent)
+    : QZPaintSplitView(Qt::Vertical, parent), prices_(new CandlePane(viewport_, this))
 {
     setHandleWidth(3);
-    addPane(new CandlePane(viewport_, this), 3);
+    addPane(prices_, 3);
     addPane(new VolumePane(viewport_, this), 1);
     panes_.back()->setDateAxisVisible(true);
+    averages_ = addViewAction(tr("Moving &averages"), true, [this](bool isOn) { prices_->setAveragesVisible(isOn); });
     connect(&viewport_, &ChartViewport::changed, this, &ChartSplitView::refreshPanes);
     applyTheme();
 }
@@ -37,6 +39,20 @@ void ChartSplitView::addPane(ChartPane* pane, int stretch)
     addWidget(pane);
     pane->installEventFilter(this);
     setStretchFactor(count() - 1, stretch);
+}
+
+template <typename Show>
+QAction* ChartSplitView::addViewAction(const QString& name, bool isChecked, Show show)
+{
+    auto* action = new QAction(name, this);
+    action->setCheckable(true);
+    action->setChecked(isChecked);
+    connect(action, &QAction::toggled, this, [this, show](bool isOn) {
+        show(isOn);
+        refreshPanes();
+    });
+    viewActions_.push_back(action);
+    return action;
 }
 
 void ChartSplitView::setChartData(const std::shared_ptr<const ChartData>& shown)

@@ -5,11 +5,15 @@
 #include "app/chart/ChartViewport.h"
 #include "surface/QZPaintSplitView.h"
 
+#include <QAction>
+#include <QList>
 #include <QPointF>
 
 #include <memory>
 #include <optional>
 #include <vector>
+
+class CandlePane;
 
 /// The chart: panes over one time axis, one above the other. What the mouse does not do to a figure it does to the
 /// chart: dragging scrolls, the wheel zooms about the pointer (scrolls with Ctrl, or sideways). Arrow keys scroll, with
@@ -27,6 +31,10 @@ public:
     /// Shows other bars, the most recent ones first. Figures stay at their dates.
     void setChartData(const std::shared_ptr<const ChartData>& shown);
     void applyTheme();
+    /// Moving averages in the pane of prices; shown at first.
+    void setAveragesVisible(bool visible) { averages_->setChecked(visible); }
+    /// Checkable commands for what the chart shows beside the bars; owned by the chart.
+    [[nodiscard]] QList<QAction*> viewActions() const { return viewActions_; }
 
     void changeShapeTo(std::int64_t shapeType, const QImage& imageThumbnail) override;
     void removeAllGraphs(QZPaintControl& sender) override;
@@ -56,6 +64,8 @@ protected:
 
 private:
     void addPane(ChartPane* pane, int stretch);
+    template <typename Show>
+    QAction* addViewAction(const QString& name, bool isChecked, Show show);
     void refreshPanes();
     void startPanning(const QMouseEvent& event);
     void pan(QPointF position);
@@ -67,7 +77,10 @@ private:
     void pointAt(std::optional<QPointF> position);
 
     ChartViewport viewport_;
+    CandlePane* prices_;
     std::vector<ChartPane*> panes_; // owned as child widgets
+    QList<QAction*> viewActions_;
+    QAction* averages_;
     QPointer<ChartPane> pannedPane_;
     std::optional<QPointF> pointer_; ///< where the mouse is over the chart
     double panX_ = 0;                ///< where the mouse was last while panning

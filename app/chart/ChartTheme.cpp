@@ -22,7 +22,9 @@ ChartTheme ChartTheme::current()
             .candleUp = themeColor("qzchart.candleUp", 0xffd0312d),
             .candleDown = themeColor("qzchart.candleDown", 0xff0b7f4b),
             .volumeUp = themeColor("qzchart.volumeUp", 0x99d0312d),
-            .volumeDown = themeColor("qzchart.volumeDown", 0x990b7f4b)};
+            .volumeDown = themeColor("qzchart.volumeDown", 0x990b7f4b),
+            .lines = {themeColor("qzchart.line1", 0xff9a6b00), themeColor("qzchart.line2", 0xff1666c0),
+                      themeColor("qzchart.line3", 0xff8446c8), themeColor("qzchart.line4", 0xff007c92)}};
 }
 
 QPalette ChartTheme::windowPalette() const

@@ -3,6 +3,8 @@
 #include <QColor>
 #include <QPalette>
 
+#include <array>
+
 /// The colours of a chart, from the current theme; a theme that leaves one out gets the light theme's.
 struct ChartTheme {
     QColor background;
@@ -12,6 +14,7 @@ struct ChartTheme {
     QColor candleDown;
     QColor volumeUp;
     QColor volumeDown;
+    std::array<QColor, 4> lines; ///< drawn beside the bars, legible as text
 
     [[nodiscard]] static ChartTheme current();
 

@@ -1,6 +1,7 @@
 #include "app/window/WindowCommands.h"
 
 #include "app/chart/ChartPalette.h"
+#include "app/chart/ChartSplitView.h"
 #include "app/window/ChartWindow.h"
 
 #include <QComboBox>
@@ -36,6 +37,8 @@ void WindowCommands::addViewMenu()
     view->addAction(tr("&Next stock"), Qt::Key_PageDown, &list, [&list] { list.step(1); });
     QAction* find = view->addAction(tr("&Find a stock"), &list, &WatchList::startFilter);
     find->setShortcuts({Qt::CTRL | Qt::Key_K, Qt::Key_Slash});
+    view->addSeparator();
+    view->addActions(window_.chart().viewActions());
 }
 
 void WindowCommands::addHelpMenu()

@@ -1,6 +1,6 @@
 #include "ChartFixture.h"
 #include "app/chart/ChartPalette.h"
-#include "app/chart/CustomPlot.h"
+#include "app/chart/LinePlot.h"
 #include "model/QZPlaneGeometry.h"
 #include "support/Contrast.h"
 
@@ -103,7 +103,8 @@ TEST_F(ChartTest, TellsOfTheBarUnderTheMouse)
                       : "");
     };
     // Closes are 100 + 10 sin(bar / 9), highs and lows 2 from them: those of bars 249 and 250 are 105.71 and 104.76.
-    const std::string bar250 = "2020-12-16 C 104.76 -0.95 (-0.89%) O 103.76 H 106.76 L 102.76";
+    const std::string bar250 = "2020-12-16 C 104.76 -0.95 (-0.89%) O 103.76 H 106.76 L 102.76"
+                               " MA5 106.50 MA10 107.97 MA20 108.07 MA60 100.34";
     const double y = scale.yOf(101);
     user.moveTo(at({scale.xOf(250), std::round(y)}));
     EXPECT_EQ(told(), bar250 + " | 250 " + priceText(scale.valueAt(std::round(y))).toStdString());
@@ -117,6 +118,36 @@ TEST_F(ChartTest, TellsOfTheBarUnderTheMouse)
     QEvent leave(QEvent::Leave);
     QCoreApplication::sendEvent(&chart, &leave);
     EXPECT_EQ(told().find('|'), std::string::npos);
+}
+
+TEST_F(ChartTest, MovingAveragesCanBeSwitchedOff)
+{
+    const auto picture = [this] { return window.chart().panes().front()->grab().toImage(); };
+    const QImage with = picture();
+    chart.viewActions().front()->trigger();
+    EXPECT_EQ(candles.reading().legend().back().text.front(), u'L');
+    const QImage without = picture();
+    chart.setAveragesVisible(true);
+    EXPECT_TRUE(chart.viewActions().front()->isChecked());
+    EXPECT_EQ(picture(), with);
+    // Below the legend.
+    EXPECT_NE(with.copy(0, 40, 900, 400), without.copy(0, 40, 900, 400));
+}
+
+TEST(LinePlot, KeepsTheTurnsOfEachPixelColumnAndBreaksAtGaps)
+{
+    const double none = std::nan("");
+    //                                0  1  2  3    4     5  6  7  8  9
+    const std::vector<double> values{5, 1, 9, 7, none, none, 3, 4, 6, 2};
+    using Runs = std::vector<std::vector<LinePoint>>;
+    using Row = std::tuple<const char*, int, int, int, Runs>;
+    for (const auto& [name, first, last, barsPerColumn, runs] :
+         {Row{"every bar", 1, 7, 1, {{{1, 1}, {2, 9}, {3, 7}}, {{6, 3}, {7, 4}}}},
+          Row{"columns of five", 0, 9, 5, {{{0, 5}, {1, 1}, {2, 9}, {3, 7}}, {{6, 3}, {8, 6}, {9, 2}}}},
+          Row{"columns of three at fixed bars", 1, 9, 3, {{{1, 1}, {2, 9}, {3, 7}}, {{6, 3}, {8, 6}, {9, 2}}}},
+          Row{"a gap only", 4, 5, 2, {}}, Row{"no bars", 0, -1, 1, {}}}) {
+        EXPECT_EQ(lineRuns(values, first, last, barsPerColumn), runs) << name;
+    }
 }
 
 // The last bars fill 185.5 to 305.5; the wheel is turned at 275.5, three quarters of the screen.

@@ -123,7 +123,8 @@ TEST(Theme, ShippedThemesHaveTheSameKeysAndReadWell)
         EXPECT_GE(contrast(icon("ControlButtonHoverColor"), icon("IconNormalColor")), 3);
         EXPECT_GE(contrast(icon("ControlButtonSelectedColor"), icon("IconSelectedColor")), 3);
         EXPECT_GE(contrast(icon("KeyPointColor"), chart), 3);
-        EXPECT_GE(contrast(color(u"qzchart.axisText"_s), chart), 4.5);
+        for (const char* key : {"axisText", "line1", "line2", "line3", "line4"})
+            EXPECT_GE(contrast(color(u"qzchart."_s + QLatin1String(key)), chart), 4.5) << key;
         // The band's edges on the chart, and the white cross on its close button.
         for (const QColor& beside : {chart, QColor(Qt::white)})
             EXPECT_GE(contrast(color(u"RangeStatisticsLayer.DashRulesLineColor"_s), beside), 3);

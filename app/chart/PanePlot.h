@@ -1,0 +1,16 @@
+#pragma once
+
+#include "app/chart/CustomPlot.h"
+
+/// Something painted into a pane's plot that can neither be picked nor has a say in what the axes show.
+class PanePlot : public QCPAbstractPlottable {
+public:
+    using QCPAbstractPlottable::QCPAbstractPlottable;
+
+    double selectTest(const QPointF& pos, bool onlySelectable, QVariant* details) const override;
+    QCPRange getKeyRange(bool& foundRange, QCP::SignDomain inSignDomain) const override;
+    QCPRange getValueRange(bool& foundRange, QCP::SignDomain inSignDomain, const QCPRange& inKeyRange) const override;
+
+protected:
+    void drawLegendIcon(QCPPainter* painter, const QRectF& rect) const override;
+};
