@@ -1,6 +1,7 @@
 #include "app/window/WindowCommands.h"
 
 #include "app/chart/ChartPalette.h"
+#include "app/picture/PictureActions.h"
 #include "app/window/ChartWindow.h"
 
 #include <QComboBox>
@@ -21,6 +22,8 @@ void WindowCommands::addFileMenu()
     file->addAction(tr("&Open…"), QKeySequence::Open, &window_, &ChartWindow::openFile);
     file->addAction(tr("Open in &new window…"), QKeySequence::New, &window_, &ChartWindow::openWindow);
     file->addAction(tr("Change login &user…"), &window_, &ChartWindow::changeUser);
+    file->addSeparator();
+    addPictureActions(*file, window_.chart());
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, &window_, &QWidget::close);
 }
@@ -44,6 +47,7 @@ void WindowCommands::showKeys()
                                         {tr("+, -, wheel"), tr("zoom; the wheel scrolls with Ctrl")},
                                         {tr("Home, End"), tr("go to the first or to the newest bar")},
                                         {tr("T"), tr("switch between the light and the dark theme")},
+                                        {tr("Ctrl+E, Ctrl+P, Ctrl+C"), tr("export, print or copy the picture")},
                                         {tr("Ctrl+O, Ctrl+N, Ctrl+Q"), tr("open bars here or in a new window, quit")}})
         rows += QStringLiteral("<tr><td><b>%1</b>&nbsp;&nbsp;</td><td>%2</td></tr>").arg(keys, meaning);
     QMessageBox::information(&window_, tr("Keys"), QStringLiteral("<table>%1</table>").arg(rows));
