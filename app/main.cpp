@@ -1,6 +1,8 @@
 #include "app/bars/SampleBars.h"
 #include "app/chart/BarProgress.h"
 #include "app/demo/DemoGestures.h"
+#include "app/picture/RenderOptions.h"
+#include "app/picture/Renderer.h"
 #include "app/window/ChartWindow.h"
 #include "model/QZPaintOptions.h"
 #include "platform/QZFrameComFun.h"
@@ -92,12 +94,29 @@ void tellProblems(const BarReadResult& bars)
         print(stderr, bars.summary());
 }
 
-/// What needs no window needs no display either.
+int renderPictures(const RenderOptions& options)
+{
+    QString error;
+    const auto request = options.request(error);
+    if (!request) {
+        print(stderr, QStringLiteral("qzchart: %1").arg(error));
+        return unusable;
+    }
+    const auto printTo = [](FILE* stream) { return [stream](const QString& line) { print(stream, line); }; };
+    return Renderer(printTo(stdout), printTo(stderr)).run(*request);
+}
+
+/// What needs no window needs no display either, and what Qt misses on a server is no news there.
 std::unique_ptr<QCoreApplication> createApplication(int& argc, char** argv)
 {
     for (const char* argument : std::span(argv, static_cast<std::size_t>(argc))) {
         if (std::strncmp(argument, "--generate-samples", 18) == 0 || std::strcmp(argument, "--help") == 0)
             return std::make_unique<QCoreApplication>(argc, argv);
+        if (RenderOptions::isAsked(argument)) {
+            if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+                qputenv("QT_QPA_PLATFORM", "offscreen");
+            QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false\nqz.linepaint.warning=false"));
+        }
     }
     return std::make_unique<QApplication>(argc, argv);
 }
@@ -127,6 +146,7 @@ int main(int argc, char** argv)
     parser.setApplicationDescription(QStringLiteral("A stock chart to draw on."));
     parser.addHelpOption();
     parser.addOptions({demo, theme, samples});
+    const RenderOptions pictures(parser);
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("Delimited text files of bars, or folders of them."),
                                  QStringLiteral("[FILE...]"));
@@ -137,6 +157,8 @@ int main(int argc, char** argv)
         print(stderr, QStringLiteral("qzchart: no theme named %1").arg(parser.value(theme)));
         return unusable;
     }
+    if (pictures.isChosen())
+        return renderPictures(pictures);
 
     QStringList paths = parser.positionalArguments();
     if (paths.isEmpty())

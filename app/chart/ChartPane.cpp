@@ -160,6 +160,15 @@ void ChartPane::pointAt(std::optional<int> bar, std::optional<double> y)
     reading_->setLegend(newest < 0 ? std::vector<LegendPart>() : legendOf(isLoaded ? *bar : newest));
 }
 
+void ChartPane::paintPicture(QCPPainter& painter) const
+{
+    painter.save();
+    plot_->toPainter(&painter, width(), height());
+    reading_->paintLegend(painter);
+    drawGraphs(painter);
+    painter.restore();
+}
+
 void ChartPane::updateTicks()
 {
     const QFontMetrics metrics(systemFont(fontSize));

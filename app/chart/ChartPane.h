@@ -16,6 +16,7 @@ class BarPlot;
 class QCPAxis;
 class QCPAxisRect;
 class QCPAxisTickerText;
+class QCPPainter;
 class QCustomPlot;
 
 /// One pane of the chart: bars over a time axis that all panes share, with a value axis of its own on the right. It
@@ -43,6 +44,10 @@ public:
     /// bar there is no crosshair, and the legend tells of the newest bar.
     void pointAt(std::optional<int> bar, std::optional<double> y);
     [[nodiscard]] const PaneOverlay& reading() const { return *reading_; }
+
+    /// Paints the pane as it stands, in its coordinates (px, y downwards): bars, axes, legend and figures, without
+    /// crosshair and handles. `painter` gets its state back.
+    void paintPicture(QCPPainter& painter) const;
 
     /// The tools that have a figure, and the palette's functions.
     [[nodiscard]] std::int64_t enableTypes() const override;

@@ -96,6 +96,7 @@ void PaneOverlay::paintTag(QPainter& painter, const QString& text, QPointF ancho
 void PaneOverlay::paintLegend(QPainter& painter) const
 {
     const QFontMetricsF metrics(font());
+    painter.setFont(font());
     double x = plot_.left() + legendInset;
     for (const LegendPart& part : legend_) {
         const double width = metrics.horizontalAdvance(part.text);

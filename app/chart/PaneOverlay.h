@@ -35,12 +35,14 @@ public:
     [[nodiscard]] const std::vector<LegendPart>& legend() const { return legend_; }
     [[nodiscard]] const std::optional<Crosshair>& crosshair() const { return crosshair_; }
 
+    /// The legend alone, in this widget's coordinates.
+    void paintLegend(QPainter& painter) const;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     void paintCrosshair(QPainter& painter) const;
-    void paintLegend(QPainter& painter) const;
     /// Light on dark, with the middle of its left or upper edge at `anchor`, moved as far as the widget needs.
     void paintTag(QPainter& painter, const QString& text, QPointF anchor, Qt::Edge side) const;
 

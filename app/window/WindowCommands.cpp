@@ -2,6 +2,7 @@
 
 #include "app/chart/ChartPalette.h"
 #include "app/chart/ChartSplitView.h"
+#include "app/picture/PictureActions.h"
 #include "app/window/ChartWindow.h"
 
 #include <QComboBox>
@@ -24,6 +25,8 @@ void WindowCommands::addFileMenu()
     file->addAction(tr("Open &folder…"), Qt::CTRL | Qt::SHIFT | Qt::Key_O, &window_, &ChartWindow::openFolder);
     file->addAction(tr("Open in &new window…"), QKeySequence::New, &window_, &ChartWindow::openWindow);
     file->addAction(tr("Change login &user…"), &window_, &ChartWindow::changeUser);
+    file->addSeparator();
+    addPictureActions(*file, window_.chart());
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, &window_, &QWidget::close);
 }
@@ -62,6 +65,7 @@ void WindowCommands::showKeys()
           {tr("Home, End"), tr("go to the first or to the newest bar")},
           {tr("Page Up, Page Down"), tr("previous or next stock of the watch list")},
           {tr("/, Ctrl+K"), tr("find a stock of the watch list by its name; Return shows it")},
+          {tr("Ctrl+E, Ctrl+P, Ctrl+C"), tr("export, print or copy the picture")},
           {tr("T"), tr("switch between the light and the dark theme")},
           {tr("Ctrl+O, Ctrl+Shift+O"), tr("open a file of bars, or a folder of them")},
           {tr("Ctrl+N, Ctrl+Q"), tr("open bars in a new window, quit")}})

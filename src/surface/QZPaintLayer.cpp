@@ -318,7 +318,7 @@ QZRect QZPaintLayer::frame() const
 bool QZPaintLayer::isActivePane() const
 {
     const QZPaintLayerHost* host = this->host();
-    return host != nullptr && host->isActivePane(*managerView_);
+    return !isPictured_ && host != nullptr && host->isActivePane(*managerView_);
 }
 
 void QZPaintLayer::removeGraph(const QZPaintGraph& graph)

@@ -11,6 +11,7 @@
 #include <memory>
 
 class QKeyEvent;
+class QPainter;
 class QZGraphicsContext;
 class QZPaintLayerHost;
 class QZPaintManagerView;
@@ -66,6 +67,8 @@ public:
     bool closeConfigWindows();
 
     void drawInContext(QZGraphicsContext& context);
+    /// Draws the finished figures for a picture, see QZPaintManagerView::drawGraphs().
+    void drawGraphs(QPainter& painter);
     /// The drawn layer, transparent where nothing is. Drawn anew only when it was asked to be or its size changed.
     const QImage& contents(QSize size, double devicePixelRatio);
     [[nodiscard]] bool needsDisplay() const { return needsDisplay_; }
@@ -107,5 +110,6 @@ private:
     bool needsDisplay_ = true;
     bool arePointsStale_ = false; // a redraw is pending, and nothing has followed the chart since it was asked for
     QImage contents_;
+    bool isPictured_ = false; // nothing counts as selected while a picture is made
     QZObservation finishedObservation_;
 };

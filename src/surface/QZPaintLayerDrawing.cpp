@@ -2,7 +2,9 @@
 #include "surface/QZPaintLayer.h"
 #include "surface/QZPaintManagerView.h"
 
+#include <QPaintEngine>
 #include <QPainter>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <mutex>
@@ -14,6 +16,15 @@ namespace {
 std::span<const std::shared_ptr<QZPaintGraph>> drawnOf(const QZGraphSet::Members& graphs)
 {
     return std::span(graphs).last(std::min(graphs.size(), static_cast<std::size_t>(maxGraphCount)));
+}
+
+/// Whether whole numbers of the painter's px are whole numbers of the device's: only its pixel ratio lies between them.
+bool isOnPixels(const QPainter& painter)
+{
+    const QTransform transform = painter.combinedTransform();
+    const double ratio = painter.device()->devicePixelRatio();
+    return painter.paintEngine()->type() == QPaintEngine::Raster && transform.type() <= QTransform::TxScale &&
+           transform.m11() == ratio && transform.m22() == ratio;
 }
 
 } // namespace
@@ -74,6 +85,25 @@ const QImage& QZPaintLayer::contents(QSize size, double devicePixelRatio)
     QZPainterContext context(painter, size.height(), QZPainterContext::Edges::PixelSnapped);
     drawInContext(context);
     return contents_;
+}
+
+void QZPaintLayer::drawGraphs(QPainter& painter)
+{
+    if (managerView_ == nullptr)
+        return;
+    isPictured_ = true;
+    painter.save();
+    const auto restore = qScopeGuard([&] {
+        painter.restore();
+        isPictured_ = false;
+    });
+    painter.setClipRect(managerView_->flippedValidateRect(), Qt::IntersectClip);
+    const auto edges = isOnPixels(painter) ? QZPainterContext::Edges::PixelSnapped : QZPainterContext::Edges::Exact;
+    QZPainterContext context(painter, frame().height, edges);
+    const std::lock_guard lock(graphs_);
+    const auto graphs = graphs_.snapshot();
+    for (const auto& graph : drawnOf(*graphs))
+        graph->drawInContext(context);
 }
 
 void QZPaintLayer::setNeedsDisplay()

@@ -80,6 +80,11 @@ void QZPaintManagerView::displayPaintLayer()
     paintLayer_->setNeedsDisplay();
 }
 
+void QZPaintManagerView::drawGraphs(QPainter& painter) const
+{
+    paintLayer_->drawGraphs(painter);
+}
+
 void QZPaintManagerView::viewDidEndLiveResize()
 {
     displayPaintLayer();

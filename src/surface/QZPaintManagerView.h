@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+class QPainter;
 class QZGraphDatabase;
 class QZPaintLayer;
 class QZPaintLayerHost;
@@ -43,6 +44,12 @@ public:
 
     /// Asks for a redraw of the figures: a host calls it after every change of its scroll or scale.
     void displayPaintLayer();
+    /// Draws the figures into a picture of the pane, in this view's Qt coordinates (px, y downwards) and clipped to
+    /// validateRect, on any paint device: lines, dashes and texts reach a vector device as such. A screen's painter
+    /// that does not scale gets the same pixels as the screen. What belongs to the hand and not to the picture is left
+    /// out: handles, a selected note's frame, and the figure in creation; hidden figures as ever. `painter` gets its
+    /// state back. The chart under the figures is the host's to draw.
+    void drawGraphs(QPainter& painter) const;
     void viewDidEndLiveResize();
     void appSkinStyleHasChanged();
     void qzAppWillTerminate();

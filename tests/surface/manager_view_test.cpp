@@ -141,4 +141,25 @@ TEST(Overlay, ShowsFiguresAboveTheChartWithinTheValidArea)
     EXPECT_EQ(at(50, 100), QColor(Qt::blue));
     for (const QPoint aside : {QPoint(49, 100), QPoint(100, 100), QPoint(300, 110)}) // beyond the valid area, a handle
         EXPECT_EQ(at(aside.x(), aside.y()), QColor(Qt::yellow)) << aside.x() << ',' << aside.y();
+
+    // A picture has the screen's pixels without the handle, and nothing of the figure that is being drawn.
+    const auto pictured = [&pane] {
+        QImage image(400, 300, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::yellow);
+        QPainter painter(&image);
+        pane.view().drawGraphs(painter);
+        EXPECT_FALSE(painter.hasClipping());
+        return image.convertToFormat(QImage::Format_RGB32);
+    };
+    const QImage selected = pictured();
+    EXPECT_EQ(selected.pixelColor(100, 200), QColor(Qt::blue));
+    EXPECT_TRUE(graph->isSelected());
+    pane.arm(QZSTRay);
+    pane.click({200, 250});
+    Gesture(pane).move({300, 280});
+    EXPECT_EQ(pictured(), selected);
+    pane.layer().cancelCurrentGraph();
+    EXPECT_EQ(selected, pane.paint().convertToFormat(QImage::Format_RGB32));
+    graph->setHidden(true);
+    EXPECT_EQ(pictured().pixelColor(100, 200), QColor(Qt::yellow));
 }

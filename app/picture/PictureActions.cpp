@@ -1,0 +1,77 @@
+#include "app/picture/PictureActions.h"
+
+#include "app/chart/ChartSplitView.h"
+#include "app/picture/ChartPicture.h"
+
+#include <QClipboard>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPrintDialog>
+#include <QPrinter>
+
+#include <memory>
+
+namespace {
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("PictureActions", text);
+}
+
+QString stockName(const ChartSplitView& chart)
+{
+    return chart.panes().front()->chartData()->series.name();
+}
+
+void exportPicture(const ChartSplitView& chart)
+{
+    QWidget* window = chart.window();
+    QFileDialog dialog(window, tr("Export picture"), QString(),
+                       tr("PNG picture (*.png);;SVG drawing (*.svg);;PDF document (*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    const auto followFilter = [&dialog](const QString& filter) {
+        dialog.setDefaultSuffix(filter.section(QStringLiteral("*."), 1).chopped(1));
+    };
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
+    followFilter(dialog.selectedNameFilter());
+    dialog.selectFile(stockName(chart));
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const QString failure = ChartPicture::write(chart, dialog.selectedFiles().value(0));
+    if (!failure.isNull())
+        QMessageBox::warning(window, tr("Export picture"), failure);
+}
+
+void printPicture(const ChartSplitView& chart)
+{
+    QWidget* window = chart.window();
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageOrientation(QPageLayout::Landscape);
+    printer.setDocName(stockName(chart));
+    QPrintDialog dialog(&printer, window);
+    if (dialog.exec() == QDialog::Accepted && !ChartPicture::print(chart, printer))
+        QMessageBox::warning(window, tr("Print"), tr("The printer does not take the picture."));
+}
+
+void copyPicture(const ChartSplitView& chart)
+{
+    auto content = std::make_unique<QMimeData>();
+    content->setImageData(ChartPicture::image(chart, chart.devicePixelRatioF()));
+    content->setData(QStringLiteral("image/svg+xml"), ChartPicture::svg(chart));
+    QGuiApplication::clipboard()->setMimeData(content.release()); // the clipboard owns it
+}
+
+} // namespace
+
+void addPictureActions(QMenu& menu, const ChartSplitView& chart)
+{
+    const auto add = [&](const QString& name, const QKeySequence& keys, void (*act)(const ChartSplitView&)) {
+        menu.addAction(name, keys, &chart, [&chart, act] { act(chart); });
+    };
+    add(tr("&Export picture…"), Qt::CTRL | Qt::Key_E, exportPicture);
+    add(tr("&Print…"), QKeySequence::Print, printPicture);
+    add(tr("&Copy picture"), QKeySequence::Copy, copyPicture);
+}
