@@ -49,6 +49,7 @@ public:
     void draw(const QString& picture)
     {
         requireIcons();
+        requirePlot();
         const QImage before = pane_.grab().toImage();
         QTest::mouseClick(button(QStringLiteral("QZSTLineSegment")), Qt::LeftButton);
         click(start());
@@ -59,6 +60,8 @@ public:
         require(time(axes[1]) > time(*pane_.convertFromPoint({end().x - 40.0, end().y})),
                 "time goes on after the bars");
         requireChangeFromStartToEnd(before);
+        move(figure().points()[0]);
+        require(pane_.cursor().shape() == Qt::CrossCursor, "the mouse is followed over a handle");
         require(button(QStringLiteral("QZSTToolMagnet")) != nullptr, "the magnet can be had");
         requireMagnet();
         requireScroll();
@@ -101,11 +104,24 @@ private:
         return found;
     }
 
+    [[nodiscard]] QPoint inWindow(QZPoint point) const
+    {
+        return pane_.mapTo(&split_, QPoint(qRound(point.x), pane_.height() - qRound(point.y)));
+    }
+    void move(QZPoint point) { QTest::mouseMove(split_.windowHandle(), inWindow(point)); }
     void click(QZPoint point)
     {
-        const QPoint place = pane_.mapTo(&split_, QPoint(qRound(point.x), pane_.height() - qRound(point.y)));
-        QTest::mouseMove(split_.windowHandle(), place);
-        QTest::mouseClick(split_.windowHandle(), Qt::LeftButton, {}, place);
+        move(point);
+        QTest::mouseClick(split_.windowHandle(), Qt::LeftButton, {}, inWindow(point));
+    }
+
+    /// Every example's prices run from 80 to 128.
+    void requirePlot()
+    {
+        const auto isAt = [this](double y, double price) {
+            return std::abs(pane_.convertFromPoint({plot_.x, y})->price - price) < 0.2;
+        };
+        require(isAt(plot_.minY(), 80.0) && isAt(plot_.maxY(), 128.0), "the figures' area is the plot");
     }
 
     static void requireIcons()
