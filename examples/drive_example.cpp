@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QPainter>
 #include <QTest>
 #include <QTimer>
@@ -198,19 +199,22 @@ void drive()
 {
     const QStringList arguments = QApplication::arguments();
     const bool draws = arguments.value(1) == u"draw";
-    QDir folder(arguments.value(2));
+    const QDir folder(arguments.value(2));
     require(arguments.size() == 3 && (draws || arguments[1] == u"find"), "called with draw or find, and a folder");
-    if (draws)
-        folder.removeRecursively();
     require(folder.mkpath(QStringLiteral(".")), "the folder can be made");
     QZFrameComFun::setRootFolder(folder.path());
-    QTimer::singleShot(0, qApp, [draws, folder] {
+    if (draws)
+        QFile::remove(QZFrameComFun::getUserAccountFilePath(databaseFileName, false));
+    auto* started = new QTimer(qApp);
+    started->setSingleShot(true);
+    QObject::connect(started, &QTimer::timeout, started, [draws, folder] {
         if (draws)
             User().draw(folder.filePath(QStringLiteral("picture.png")));
         else
             User().findAndDelete();
         QApplication::quit();
     });
+    started->start(0);
 }
 
 } // namespace
