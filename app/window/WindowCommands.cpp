@@ -3,8 +3,10 @@
 #include "app/chart/ChartPalette.h"
 #include "app/chart/ChartSplitView.h"
 #include "app/picture/PictureActions.h"
+#include "app/window/Appearance.h"
 #include "app/window/ChartWindow.h"
 
+#include <QActionGroup>
 #include <QComboBox>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -42,6 +44,36 @@ void WindowCommands::addViewMenu()
     find->setShortcuts({Qt::CTRL | Qt::Key_K, Qt::Key_Slash});
     view->addSeparator();
     view->addActions(window_.chart().viewActions());
+    view->addSeparator();
+    addThemeMenus(*view);
+}
+
+void WindowCommands::addThemeMenus(QMenu& view)
+{
+    Appearance& appearance = Appearance::shared();
+    // Checked as things are, however they came about.
+    const auto add = [this, &appearance](QMenu& menu, QActionGroup& group, const QString& name, auto isChosen,
+                                         auto choose) {
+        QAction* action = menu.addAction(name, this, choose);
+        group.addAction(action);
+        action->setCheckable(true);
+        action->setChecked(isChosen());
+        connect(&appearance, &Appearance::changed, action, [action, isChosen] { action->setChecked(isChosen()); });
+    };
+    QMenu* themes = view.addMenu(tr("&Theme"));
+    auto* themeGroup = new QActionGroup(themes);
+    for (const auto& [choice, name] : {std::pair{ThemeChoice::Light, tr("&Light")},
+                                       {ThemeChoice::Dark, tr("&Dark")},
+                                       {ThemeChoice::System, tr("Follow the &system")}})
+        add(
+            *themes, *themeGroup, name, [&appearance, choice = choice] { return appearance.choice() == choice; },
+            [&appearance, choice = choice] { appearance.choose(choice); });
+    QMenu* rises = view.addMenu(tr("&Rising bars"));
+    auto* riseGroup = new QActionGroup(rises);
+    for (const auto& [isGreen, name] : {std::pair{false, tr("&Red")}, {true, tr("&Green")}})
+        add(
+            *rises, *riseGroup, name, [isGreen = isGreen] { return Appearance::greenRises() == isGreen; },
+            [&appearance, isGreen = isGreen] { appearance.setGreenRises(isGreen); });
 }
 
 void WindowCommands::addHelpMenu()
@@ -86,7 +118,8 @@ void WindowCommands::addToolBar()
     add(tr("Range statistics"), tr("Show what the bars under a band came to (S); drag the band or its edges"),
         &ChartWindow::toggleStatistics);
     bar->addWidget(window_.periods());
-    add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"), &ChartWindow::switchTheme);
+    add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"),
+        [] { Appearance::shared().toggle(); });
 }
 
 bool WindowCommands::pressKey(int key)
@@ -99,7 +132,7 @@ bool WindowCommands::pressKey(int key)
         window_.toggleStatistics();
         return true;
     case Qt::Key_T:
-        ChartWindow::switchTheme();
+        Appearance::shared().toggle();
         return true;
     default:
         return ChartPalette::pressKey(key);

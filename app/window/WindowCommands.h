@@ -20,6 +20,7 @@ public:
 private:
     void addFileMenu();
     void addViewMenu();
+    void addThemeMenus(QMenu& view);
     void addHelpMenu();
     void addToolBar();
     void showKeys();

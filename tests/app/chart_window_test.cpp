@@ -1,7 +1,16 @@
 #include "ChartFixture.h"
+#include "app/chart/ChartPalette.h"
+#include "app/chart/ChartTheme.h"
+#include "app/window/Appearance.h"
+#include "app/window/Preferences.h"
+#include "platform/QZGlobalEnv.h"
 
+#include <QComboBox>
 #include <QFile>
+#include <QInputDialog>
 #include <QLabel>
+#include <QMenu>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 
@@ -9,9 +18,9 @@ namespace {
 
 /// A chart of a folder: "a1" rose by a tenth on its last day, "a2" is intraday and fell by a fifth since the day
 /// before, "a10" is no file of bars.
-class WatchListTest : public ::testing::Test {
+class ChartWindowTest : public ::testing::Test {
 protected:
-    WatchListTest()
+    ChartWindowTest()
     {
         write("a1.csv", "date,open,high,low,close\n2024-01-02,9,11,8,10\n2024-01-03,10,12,9,11\n");
         write("a2.csv", "date,time,open,high,low,close\n2024-01-02,09:31,9,11,8,9\n2024-01-02,09:32,9,11,8,10\n"
@@ -43,9 +52,14 @@ protected:
     QTreeWidget& list = *window.watchList().findChild<QTreeWidget*>();
 };
 
+std::string themeName()
+{
+    return QZGlobalEnv::getShareInstance().themeName().toStdString();
+}
+
 } // namespace
 
-TEST_F(WatchListTest, TellsPricesAndGoesFromStockToStockByKeyNameAndClick)
+TEST_F(ChartWindowTest, TellsPricesAndGoesFromStockToStockByKeyNameAndClick)
 {
     EXPECT_TRUE(QTest::qWaitFor([this] { return !list.topLevelItem(2)->text(1).isEmpty(); }));
     ASSERT_EQ(list.topLevelItemCount(), 3);
@@ -103,4 +117,96 @@ TEST_F(WatchListTest, TellsPricesAndGoesFromStockToStockByKeyNameAndClick)
         EXPECT_EQ(figures().count() == 1, shown() == "a1");
         EXPECT_TRUE(window.chart().hasFocus() || shown() == "a10");
     }
+}
+
+TEST_F(ChartWindowTest, RemembersWhatTheUserChose)
+{
+    Preferences::keepIn(folder.filePath(QStringLiteral("q.ini")));
+    Appearance& appearance = Appearance::shared();
+    const QColor red = ChartTheme::current().candleUp;
+    window.showFiles({folder.path()});
+    window.resize(700, 500);
+    window.periods()->activated(window.periods()->findText(QStringLiteral("Week")));
+    window.watchList().step(1);
+    EXPECT_EQ(window.periods()->currentText().toStdString(), "Week") << "a stock that has the period as well";
+    appearance.toggle();
+    appearance.setGreenRises(true);
+    EXPECT_TRUE(window.close());
+
+    Preferences::keepIn({});
+    appearance.toggle();
+    appearance.setGreenRises(false);
+    Preferences::keepIn(folder.filePath(QStringLiteral("q.ini")));
+    appearance.restore();
+    EXPECT_EQ(themeName(), "dark");
+    ChartWindow later;
+    later.restorePlace();
+    EXPECT_EQ(later.size(), QSize(700, 500));
+    EXPECT_TRUE(later.restoreFiles());
+    EXPECT_EQ(later.windowTitle().toStdString(), "a2 - qzchart");
+    EXPECT_EQ(later.periods()->currentText().toStdString(), "Week");
+    EXPECT_EQ(later.watchList().findChild<QTreeWidget*>()->topLevelItemCount(), 3);
+    EXPECT_TRUE(QFile::remove(folder.filePath(QStringLiteral("a2.csv"))));
+    EXPECT_TRUE(later.restoreFiles()); // another one of the list
+    EXPECT_EQ(later.windowTitle().toStdString(), "a1 - qzchart");
+
+    appearance.choose(ThemeChoice::Light);
+    EXPECT_NE(ChartTheme::current().candleUp, red);
+    appearance.setGreenRises(false);
+    EXPECT_EQ(ChartTheme::current().candleUp, red);
+    Preferences::keepIn({});
+}
+
+TEST_F(ChartWindowTest, FollowsTheSystemsColoursUntilTheUserChooses)
+{
+    Appearance& appearance = Appearance::shared();
+    const auto systemBecomes = [&](bool isDark) {
+        appearance.setSystem([isDark] { return isDark; });
+        QEvent change(QEvent::ThemeChange);
+        QCoreApplication::sendEvent(window.windowHandle(), &change);
+    };
+    appearance.restore(); // with nothing remembered
+    EXPECT_EQ(themeName(), "light");
+    systemBecomes(true);
+    EXPECT_EQ(themeName(), "dark");
+    // What is made outside the chart looks like it.
+    EXPECT_LT(QMenu().palette().color(QPalette::Window).lightness(), 128);
+    appearance.choose(ThemeChoice::Light);
+    systemBecomes(true);
+    EXPECT_EQ(themeName(), "light");
+}
+
+TEST_F(ChartWindowTest, KeepsTheFiguresOfTwoUsersApart)
+{
+    const auto become = [this](const QString& user) {
+        QTimer::singleShot(0, [user] {
+            auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            dialog->setTextValue(user);
+            dialog->accept();
+        });
+        window.changeUser();
+    };
+    const auto told = [this](const QString& text) {
+        const auto labels = window.statusBar()->findChildren<QLabel*>();
+        return std::ranges::any_of(labels, [&text](const QLabel* label) { return label->text() == text; });
+    };
+    UserInput user(window);
+    const auto draw = [&](double y) {
+        user.key(Qt::Key_5);
+        user.click(user.positionOf(*window.chart().panes().front(), {100, y}));
+    };
+    become(QStringLiteral("ann"));
+    draw(100);
+    become(QStringLiteral("bob"));
+    EXPECT_TRUE(told(QStringLiteral("User: bob")));
+    EXPECT_EQ(figures().count(), 0U);
+    draw(100);
+    draw(200);
+    become(QStringLiteral("ann"));
+    EXPECT_EQ(figures().count(), 1U);
+    become(QStringLiteral("bob"));
+    EXPECT_EQ(figures().count(), 2U);
+    become({});
+    EXPECT_TRUE(told(QStringLiteral("No login user")));
 }
