@@ -75,6 +75,11 @@ ChartWindow::ChartWindow(QWidget* parent)
     chart_->setFocus();
 }
 
+void ChartWindow::resetView()
+{
+    chart_->viewport().reset(data_->series.size());
+}
+
 void ChartWindow::choosePeriod(int index)
 {
     const auto cycle = static_cast<QZPaintCycle>(periods_->itemData(index).toInt());

@@ -51,6 +51,10 @@ public:
     void changeUser();
     void togglePalette() { palette_.toggle(); }
     void toggleStatistics() { statistics_.toggle(); }
+    /// Shows the newest bars at the first width.
+    void resetView();
+    /// Shows the bars in the period at `index` of periods().
+    void choosePeriod(int index);
     /// The list of the periods that the bars can be shown in, owned by the window.
     [[nodiscard]] QComboBox* periods() { return periods_; }
 
@@ -72,7 +76,6 @@ private:
     void showListed(const QString& path);
     /// Says in place of the chart why a file cannot be shown.
     void showFailure(const BarReadResult& result);
-    void choosePeriod(int index);
     /// Shows the bars that were read put together to a period of their list, with the figures of that period unless
     /// those on show are its.
     void showCycle(QZPaintCycle cycle, bool keepsFigures);

@@ -3,8 +3,11 @@
 #include "app/chart/ChartTheme.h"
 #include "app/window/Appearance.h"
 #include "app/window/Preferences.h"
+#include "panels/QZPaintControl.h"
+#include "panels/QZPaintGraphConfigWC.h"
 #include "platform/QZGlobalEnv.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QFile>
 #include <QInputDialog>
@@ -55,6 +58,27 @@ protected:
 std::string themeName()
 {
     return QZGlobalEnv::getShareInstance().themeName().toStdString();
+}
+
+/// The context menu that a right press at a point of the window opens, line by line; closed again, or one line chosen.
+std::string contextMenu(QWidget& window, QPointF place, const char* chosen = "")
+{
+    QTest::mouseClick(window.windowHandle(), Qt::RightButton, {}, place.toPoint());
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    QStringList lines;
+    QAction* action = nullptr;
+    if (menu != nullptr) {
+        for (QAction* each : menu->actions()) {
+            lines << each->text().remove(u'&').section(u'\t', 0, 0);
+            if (lines.back() == QString::fromUtf8(chosen))
+                action = each;
+        }
+        menu->close();
+    }
+    if (action != nullptr)
+        action->trigger();
+    UserInput::settle();
+    return lines.join(u' ').toStdString();
 }
 
 } // namespace
@@ -209,4 +233,54 @@ TEST_F(ChartWindowTest, KeepsTheFiguresOfTwoUsersApart)
     EXPECT_EQ(figures().count(), 2U);
     become({});
     EXPECT_TRUE(told(QStringLiteral("No login user")));
+}
+
+TEST_F(ChartTest, TheRightButtonOffersWhatCanBeDoneAndNothingToSomebodyWhoDraws)
+{
+    constexpr const char* ofFigure = "Style… Delete";
+    constexpr const char* ofChart =
+        "Drawing tools Range statistics Keep the tool Period Reset the view  Watch list Theme Rising bars";
+    QZPaintLayer& layer = *candles.paintLayer();
+    const auto strip = [] { return QZPaintGraphConfigWC::sharedWC().window().isVisible(); };
+    user.key(Qt::Key_1);
+    EXPECT_EQ(contextMenu(window, at(240, 100)), "") << "a tool is chosen";
+    user.click(at(240, 100));
+    EXPECT_EQ(contextMenu(window, at(260, 110)), "") << "one point is placed";
+    user.click(at(260, 110));
+    user.key(Qt::Key_Escape);
+    EXPECT_EQ(contextMenu(window, at(250, 100)), ofChart) << "beside the figure";
+    EXPECT_FALSE(figure()->isSelected());
+    EXPECT_EQ(contextMenu(window, at(250, 105)), ofFigure);
+    EXPECT_TRUE(figure()->isSelected());
+    QZPaintGraphConfigWC::sharedWC().window().close();
+    contextMenu(window, at(250, 105), "Style…");
+    EXPECT_TRUE(strip());
+    contextMenu(window, at(250, 105), "Delete");
+    EXPECT_EQ(layer.graphs().count(), 0U);
+    EXPECT_FALSE(strip());
+    ChartPalette::button(QZSTToolText)->click();
+    user.click(at(250, 105));
+    EXPECT_EQ(contextMenu(window, at(250, 105) + QPointF(5, 5)), "Edit text… Style… Delete");
+}
+
+TEST_F(ChartTest, AToolIsKeptByItsKeyOrByShiftAtTheLastPoint)
+{
+    const auto chosen = [] { return QZPaintControl::sharedManager().selectedType(); };
+    user.key(Qt::Key_1);
+    user.click(at(240, 100));
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, Qt::ShiftModifier, at(250, 105).toPoint());
+    UserInput::settle();
+    EXPECT_EQ(chosen(), QZSTLineSegment);
+    user.click(at(260, 100)); // without a key in between
+    user.click(at(270, 105));
+    EXPECT_EQ(chosen(), QZShapeTypeNone);
+    user.key(Qt::Key_K);
+    user.drag(at(265, 102.5), at(255, 102.5)); // an edit chooses nothing
+    EXPECT_EQ(chosen(), QZShapeTypeNone);
+    user.key(Qt::Key_5);
+    user.click(user.positionOf(volumes, {200, 40})); // of the pane whose figure was not begun first
+    EXPECT_EQ(chosen(), QZSTHorizon);
+    user.key(Qt::Key_Escape);
+    EXPECT_EQ(chosen(), QZShapeTypeNone);
+    EXPECT_EQ(candles.paintLayer()->graphs().count() + volumes.paintLayer()->graphs().count(), 3U);
 }
