@@ -24,6 +24,13 @@
 #include <algorithm>
 #include <memory>
 
+namespace {
+
+/// Between what the bar under the mouse says and the user's name (px).
+constexpr int userIndent = 12;
+
+} // namespace
+
 ChartWindow::ChartWindow(QWidget* parent)
     : QMainWindow(parent),
       center_(new QStackedWidget(this)),
@@ -54,6 +61,7 @@ ChartWindow::ChartWindow(QWidget* parent)
     connect(watchList_, &WatchList::filterLeft, this, [this] { center_->currentWidget()->setFocus(); });
     statusBar()->addWidget(summary_, 1);
     statusBar()->addPermanentWidget(barLabel_);
+    user_->setIndent(userIndent);
     statusBar()->addPermanentWidget(user_);
     describeUser();
     periods_->setToolTip(tr("Period of a bar"));

@@ -156,6 +156,7 @@ void WindowCommands::showKeys()
 void WindowCommands::addToolBar()
 {
     QToolBar* bar = window_.addToolBar(tr("Chart"));
+    bar->setObjectName(QStringLiteral("chartBar"));
     bar->setMovable(false);
     const auto add = [this, bar](const QString& name, const QString& tip, auto slot) {
         QAction* action = bar->addAction(name, &window_, slot);
