@@ -3,7 +3,9 @@
 #include "app/demo/DemoGestures.h"
 #include "app/picture/RenderOptions.h"
 #include "app/picture/Renderer.h"
+#include "app/window/Appearance.h"
 #include "app/window/ChartWindow.h"
+#include "app/window/Preferences.h"
 #include "model/QZPaintOptions.h"
 #include "platform/QZFrameComFun.h"
 #include "platform/QZGlobalEnv.h"
@@ -14,12 +16,12 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <optional>
 #include <span>
 
 namespace {
@@ -54,35 +56,6 @@ int generateSamples(const QString& folder)
     return written ? 0 : failed;
 }
 
-/// Shows the bars of a file or, where there is none alone, the watch list of `files`.
-int showChart(const std::optional<BarReadResult>& bars, const QStringList& files, const QString& picturePath)
-{
-    // A demonstration draws on a sheet of its own, never on the user's figures.
-    const QTemporaryDir demoFolder;
-    // Without a screen Qt warns of every window that cannot be raised. QT_LOGGING_RULES brings the warnings back.
-    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
-        QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
-    if (!picturePath.isNull())
-        QZFrameComFun::setRootFolder(demoFolder.path());
-    auto window = std::make_unique<ChartWindow>();
-    if (bars)
-        window->showBars(*bars);
-    else
-        window->showFiles(files);
-    window->show();
-    if (picturePath.isNull()) {
-        window.release()->setAttribute(Qt::WA_DeleteOnClose);
-        return QApplication::exec();
-    }
-    const QString failure = DemoGestures(*window).play(picturePath);
-    if (!failure.isNull()) {
-        print(stderr, failure);
-        return failed;
-    }
-    print(stdout, QStringLiteral("Wrote %1").arg(QFileInfo(picturePath).absoluteFilePath()));
-    return 0;
-}
-
 /// Says what is wrong with the bars of a file.
 void tellProblems(const BarReadResult& bars)
 {
@@ -104,6 +77,71 @@ int renderPictures(const RenderOptions& options)
     }
     const auto printTo = [](FILE* stream) { return [stream](const QString& line) { print(stream, line); }; };
     return Renderer(printTo(stdout), printTo(stderr)).run(*request);
+}
+
+/// What the user chose in earlier runs, but for a theme that is named now.
+void restoreChoices(const QString& theme)
+{
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
+    Preferences::keepIn(folder.filePath(QStringLiteral("qzchart.ini")));
+    Appearance::shared().restore();
+    if (!theme.isNull())
+        Appearance::shared().pin(theme == QLatin1String("dark") ? ThemeChoice::Dark : ThemeChoice::Light);
+}
+
+/// Shows the files that were named, else those of the last run, else the sample.
+int showFiles(ChartWindow& window, const QStringList& named)
+{
+    if (named.isEmpty() && window.restoreFiles())
+        return 0;
+    const QStringList paths = named.isEmpty() ? QStringList(dailySamplePath()) : named;
+    const QStringList files = WatchList::barFiles(paths);
+    if (files.size() > 1) {
+        window.showFiles(paths); // the list tells of each what is wrong with it
+        return 0;
+    }
+    if (files.isEmpty()) {
+        print(stderr, QStringLiteral("qzchart: no files of bars in %1").arg(paths.join(QLatin1String(", "))));
+        return unusable;
+    }
+    QGuiApplication::setQuitOnLastWindowClosed(false); // which the progress would be
+    const BarReadResult bars = readBarsShowingProgress(files.front(), nullptr);
+    QGuiApplication::setQuitOnLastWindowClosed(true);
+    tellProblems(bars);
+    if (!bars.isOk())
+        return unusable;
+    window.showBars(bars);
+    return 0;
+}
+
+int runWindow(const QStringList& named, const QString& theme)
+{
+    restoreChoices(theme);
+    auto window = std::make_unique<ChartWindow>();
+    window->restorePlace();
+    if (const int failure = showFiles(*window, named); failure != 0)
+        return failure;
+    window->show();
+    window.release()->setAttribute(Qt::WA_DeleteOnClose);
+    return QApplication::exec();
+}
+
+int playDemo(const QStringList& named, const QString& picturePath)
+{
+    // A demonstration draws on a sheet of its own, never on the user's figures, and knows of no user's choices.
+    const QTemporaryDir demoFolder;
+    QZFrameComFun::setRootFolder(demoFolder.path());
+    ChartWindow window;
+    if (const int failure = showFiles(window, named); failure != 0)
+        return failure;
+    window.show();
+    const QString failure = DemoGestures(window).play(picturePath);
+    if (!failure.isNull()) {
+        print(stderr, failure);
+        return failed;
+    }
+    print(stdout, QStringLiteral("Wrote %1").arg(QFileInfo(picturePath).absoluteFilePath()));
+    return 0;
 }
 
 /// What needs no window needs no display either, and what Qt misses on a server is no news there.
@@ -160,23 +198,11 @@ int main(int argc, char** argv)
     if (pictures.isChosen())
         return renderPictures(pictures);
 
-    QStringList paths = parser.positionalArguments();
-    if (paths.isEmpty())
-        paths << dailySamplePath();
-    const QStringList files = WatchList::barFiles(paths);
-    if (files.isEmpty()) {
-        print(stderr, QStringLiteral("qzchart: no files of bars in %1").arg(paths.join(QLatin1String(", "))));
-        return unusable;
-    }
-    // Several files are a list, which tells of each what is wrong with it.
-    std::optional<BarReadResult> bars;
-    if (files.size() == 1) {
-        QGuiApplication::setQuitOnLastWindowClosed(false); // which the progress would be
-        bars = parser.isSet(demo) ? readBars(files.front()) : readBarsShowingProgress(files.front(), nullptr);
-        QGuiApplication::setQuitOnLastWindowClosed(true);
-        tellProblems(*bars);
-        if (!bars->isOk())
-            return unusable;
-    }
-    return showChart(bars, files, parser.value(demo));
+    // Without a screen Qt warns of every window that cannot be raised. QT_LOGGING_RULES brings the warnings back.
+    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+        QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
+    const QStringList named = parser.positionalArguments();
+    if (parser.isSet(demo))
+        return playDemo(named, parser.value(demo));
+    return runWindow(named, parser.isSet(theme) ? parser.value(theme) : QString());
 }

@@ -18,6 +18,13 @@ struct ChartTheme {
 
     [[nodiscard]] static ChartTheme current();
 
-    /// For the window around the chart.
+    /// Rising bars are red unless they are chosen to be green; the theme's two colours change places then.
+    static void setGreenRises(bool rises) { greenRises_ = rises; }
+    [[nodiscard]] static bool greenRises() { return greenRises_; }
+
+    /// For the windows around the chart.
     [[nodiscard]] QPalette windowPalette() const;
+
+private:
+    inline static bool greenRises_ = false;
 };

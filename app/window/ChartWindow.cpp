@@ -3,8 +3,9 @@
 #include "app/calendar/ChartCycle.h"
 #include "app/calendar/Resample.h"
 #include "app/chart/AxisTicks.h"
-#include "app/chart/BarProgress.h"
 #include "app/chart/ChartSplitView.h"
+#include "app/window/Appearance.h"
+#include "app/window/Preferences.h"
 #include "model/QZPaintGraph.h"
 #include "panels/QZPaintControl.h"
 #include "platform/QZGlobalEnv.h"
@@ -12,17 +13,23 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMessageBox>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QWindow>
 
+#include <algorithm>
 #include <memory>
+
+namespace {
+
+/// Between what the bar under the mouse says and the user's name (px).
+constexpr int userIndent = 12;
+
+} // namespace
 
 ChartWindow::ChartWindow(QWidget* parent)
     : QMainWindow(parent),
@@ -35,9 +42,12 @@ ChartWindow::ChartWindow(QWidget* parent)
       periods_(new QComboBox(this)),
       summary_(new QLabel(statusBar())),
       barLabel_(new QLabel(statusBar())),
+      user_(new QLabel(statusBar())),
       figures_(*chart_, *this),
       commands_(*this)
 {
+    if (const QString period = Preferences::value(Preferences::period).toString(); !period.isEmpty())
+        wantedCycle_ = enumZPaintCycle(period);
     setWindowTitle(tr("qzchart"));
     resize(1280, 800);
     setCentralWidget(center_);
@@ -51,6 +61,9 @@ ChartWindow::ChartWindow(QWidget* parent)
     connect(watchList_, &WatchList::filterLeft, this, [this] { center_->currentWidget()->setFocus(); });
     statusBar()->addWidget(summary_, 1);
     statusBar()->addPermanentWidget(barLabel_);
+    user_->setIndent(userIndent);
+    statusBar()->addPermanentWidget(user_);
+    describeUser();
     periods_->setToolTip(tr("Period of a bar"));
     periods_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     periods_->setFocusPolicy(Qt::NoFocus); // keys stay with the chart
@@ -60,123 +73,30 @@ ChartWindow::ChartWindow(QWidget* parent)
     connect(chart_, &ChartSplitView::drawingChanged, this, &ChartWindow::describeDrawing);
 
     QZNotificationCenter& center = QZNotificationCenter::defaultCenter();
-    styleObservation_ =
-        center.observe(QZUIOverallStyleDidChangeNotification, [this](const QZNotification&) { applyTheme(); });
+    observations_ = {
+        center.observe(QZUIOverallStyleDidChangeNotification, [this](const QZNotification&) { applyTheme(); }),
+        center.observe(QZUserNameChangedNotification, [this](const QZNotification&) { describeUser(); })};
+    Appearance::shared(); // menus and dialogs look like the chart from now on
     applyTheme();
     chart_->setEnablePaintControl(true);
     chart_->setSupportPaint(true);
     chart_->setFocus();
 }
 
+void ChartWindow::resetView()
+{
+    chart_->viewport().reset(data_->series.size());
+}
+
 void ChartWindow::choosePeriod(int index)
 {
     const auto cycle = static_cast<QZPaintCycle>(periods_->itemData(index).toInt());
-    if (cycle != cycle_ && figures_.mayLeave())
+    if (cycle != cycle_ && figures_.mayLeave()) {
+        wantedCycle_ = cycle;
+        Preferences::setValue(Preferences::period, strQZPaintCycle(cycle));
         showCycle(cycle, false);
+    }
     periods_->setCurrentIndex(periods_->findData(static_cast<int>(cycle_)));
-}
-
-void ChartWindow::openFile()
-{
-    openFileIn(*this);
-}
-
-void ChartWindow::openWindow()
-{
-    auto window = std::make_unique<ChartWindow>();
-    if (!openFileIn(*window))
-        return;
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window.release()->show();
-}
-
-void ChartWindow::switchTheme()
-{
-    QZGlobalEnv& environment = QZGlobalEnv::getShareInstance();
-    const bool isDark = environment.themeName() == QLatin1String("dark");
-    environment.setTheme(isDark ? QStringLiteral("light") : QStringLiteral("dark"));
-}
-
-bool ChartWindow::openFileIn(ChartWindow& target)
-{
-    const QString path =
-        QFileDialog::getOpenFileName(this, tr("Open bars"), QString(), tr("Bars (*.csv *.tsv *.txt);;All files (*)"));
-    if (path.isEmpty())
-        return false;
-    const BarReadResult result = readBarsShowingProgress(path, this);
-    if (result.isCancelled)
-        return false;
-    if (!result.isOk()) {
-        QMessageBox::warning(this, tr("Open bars"), result.error);
-        return false;
-    }
-    return target.takeBars(result);
-}
-
-bool ChartWindow::takeBars(const BarReadResult& result)
-{
-    // One window per group of figures: the last of two to close would overwrite what the other one saved.
-    const auto windows = QApplication::topLevelWidgets();
-    for (QWidget* each : windows) {
-        auto* other = dynamic_cast<ChartWindow*>(each);
-        if (other == nullptr || other == this || !other->isVisible() || !other->shows(result.series))
-            continue;
-        other->raise();
-        other->activateWindow();
-        return false;
-    }
-    if (!shows(result.series) && !figures_.mayLeave())
-        return false;
-    showBars(result);
-    return true;
-}
-
-void ChartWindow::openFolder()
-{
-    const QString folder = QFileDialog::getExistingDirectory(this, tr("Open a folder of bars"));
-    if (!folder.isEmpty() && !showFiles({folder}))
-        QMessageBox::warning(this, tr("Open a folder of bars"),
-                             tr("%1 holds no bars: no file ends in %2")
-                                 .arg(folder, WatchList::namePatterns().join(QLatin1String(", "))));
-}
-
-bool ChartWindow::showFiles(const QStringList& paths)
-{
-    const QStringList files = WatchList::barFiles(paths);
-    if (files.isEmpty())
-        return false;
-    watchList_->setFiles(files);
-    for (const QString& file : files) {
-        const BarReadResult result = readBars(file);
-        if (!result.isOk())
-            continue;
-        takeBars(result);
-        return true;
-    }
-    showListed(files.front());
-    return true;
-}
-
-void ChartWindow::showListed(const QString& path)
-{
-    const BarReadResult result = readBars(path);
-    if (result.isOk())
-        takeBars(result);
-    else if (figures_.mayLeave())
-        showFailure(result);
-    watchList_->setCurrentFile(file_);
-    center_->currentWidget()->setFocus();
-}
-
-void ChartWindow::showFailure(const BarReadResult& result)
-{
-    statistics_.close();
-    file_ = result.path;
-    failure_->setText(result.error);
-    center_->setCurrentWidget(failure_);
-    setWindowTitle(tr("%1 - qzchart").arg(QFileInfo(result.path).completeBaseName()));
-    summary_->setText(result.error);
-    describeBar(std::nullopt);
 }
 
 bool ChartWindow::shows(const BarSeries& series) const
@@ -190,6 +110,8 @@ void ChartWindow::showBars(const BarReadResult& result)
     const QZPaintCycle base = cycleOf(result.series);
     read_ = result;
     file_ = result.path;
+    if (!file_.startsWith(QLatin1Char(':'))) // the sample comes by itself
+        Preferences::setValue(Preferences::shown, QFileInfo(file_).absoluteFilePath());
     watchList_->setCurrentFile(file_);
     center_->setCurrentWidget(chart_);
     barsRead_ = result.summary();
@@ -197,7 +119,8 @@ void ChartWindow::showBars(const BarReadResult& result)
     for (const QZPaintCycle cycle : longerCycles(base))
         periods_->addItem(cycleName(cycle), static_cast<int>(cycle));
     // The same stock again, perhaps with more bars: the figures stay where they are.
-    showCycle(isSameStock ? cycle_ : base, isSameStock);
+    const bool hasWanted = wantedCycle_ && periods_->findData(static_cast<int>(*wantedCycle_)) >= 0;
+    showCycle(isSameStock ? cycle_ : hasWanted ? *wantedCycle_ : base, isSameStock);
 }
 
 void ChartWindow::showCycle(QZPaintCycle cycle, bool keepsFigures)
@@ -226,17 +149,31 @@ void ChartWindow::changeUser()
                                                environment.loginUser(), &isAccepted);
     if (!isAccepted || user.trimmed() == environment.loginUser())
         return;
-    if (!figures_.mayLeave())
+    const auto windows = QApplication::topLevelWidgets();
+    const bool mayLeave = std::ranges::all_of(windows, [](QWidget* each) {
+        auto* window = dynamic_cast<ChartWindow*>(each);
+        return window == nullptr || window->figures_.mayLeave();
+    });
+    if (!mayLeave)
         return;
     environment.setLoginUser(user.trimmed());
 }
 
+void ChartWindow::describeUser()
+{
+    const QString user = QZGlobalEnv::getShareInstance().loginUser();
+    user_->setText(user.isEmpty() ? tr("No login user") : tr("User: %1").arg(user));
+}
+
 void ChartWindow::closeEvent(QCloseEvent* event)
 {
-    if (figures_.mayLeave())
-        QMainWindow::closeEvent(event);
-    else
+    if (!figures_.mayLeave()) {
         event->ignore();
+        return;
+    }
+    Preferences::setValue(Preferences::geometry, saveGeometry());
+    Preferences::setValue(Preferences::docks, saveState());
+    QMainWindow::closeEvent(event);
 }
 
 void ChartWindow::followPane()
@@ -244,6 +181,13 @@ void ChartWindow::followPane()
     const QZPaintManagerView* active = chart_->activeView();
     const QZPaintManagerView& pane = active == nullptr ? *chart_->panes().front() : *active;
     ChartPalette::follow(data_->series.isIntraday(), pane.enableTypes());
+}
+
+bool ChartWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::ThemeChange)
+        Appearance::shared().followSystem();
+    return QMainWindow::event(event);
 }
 
 void ChartWindow::changeEvent(QEvent* event)
@@ -260,7 +204,6 @@ void ChartWindow::changeEvent(QEvent* event)
 
 void ChartWindow::applyTheme()
 {
-    setPalette(ChartTheme::current().windowPalette());
     chart_->applyTheme();
     watchList_->applyTheme();
 }

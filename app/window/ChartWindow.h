@@ -11,6 +11,7 @@
 
 #include <QMainWindow>
 
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -35,6 +36,10 @@ public:
     /// Lists the stocks of these files and folders, and shows the first one that can be read. False when there is no
     /// file in them at all.
     bool showFiles(const QStringList& paths);
+    /// Takes the place on the screen that was remembered.
+    void restorePlace();
+    /// Shows the files that were remembered; false when none of them can be read.
+    bool restoreFiles();
     [[nodiscard]] WatchList& watchList() { return *watchList_; }
 
     /// Shows the file that the user picks.
@@ -46,11 +51,15 @@ public:
     void changeUser();
     void togglePalette() { palette_.toggle(); }
     void toggleStatistics() { statistics_.toggle(); }
-    static void switchTheme();
+    /// Shows the newest bars at the first width.
+    void resetView();
+    /// Shows the bars in the period at `index` of periods().
+    void choosePeriod(int index);
     /// The list of the periods that the bars can be shown in, owned by the window.
     [[nodiscard]] QComboBox* periods() { return periods_; }
 
 protected:
+    bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -58,6 +67,8 @@ protected:
 private:
     /// Shows the file that the user picks in `target`; false when there is nothing to show.
     bool openFileIn(ChartWindow& target);
+    /// Where file dialogs begin: at the file on show.
+    [[nodiscard]] QString startFolder() const;
     /// Shows what was read, unless another window shows it already, which comes to the front then, or the user keeps
     /// figures that cannot be stored.
     bool takeBars(const BarReadResult& result);
@@ -65,7 +76,6 @@ private:
     void showListed(const QString& path);
     /// Says in place of the chart why a file cannot be shown.
     void showFailure(const BarReadResult& result);
-    void choosePeriod(int index);
     /// Shows the bars that were read put together to a period of their list, with the figures of that period unless
     /// those on show are its.
     void showCycle(QZPaintCycle cycle, bool keepsFigures);
@@ -74,6 +84,7 @@ private:
     /// The palette offers what the active pane takes.
     void followPane();
     void applyTheme();
+    void describeUser();
     void describeBar(std::optional<int> bar);
     /// Tells what the chosen tool waits for, or that the figures are hidden; else what is shown.
     void describeDrawing();
@@ -88,11 +99,13 @@ private:
     BarReadResult read_;
     QString file_;                                 ///< on show, or found unusable
     QZPaintCycle cycle_ = QZPCCandlestickCycleDay; ///< on show
+    std::optional<QZPaintCycle> wantedCycle_;      ///< that the user chose last, shown of every stock that has it
     QComboBox* periods_;
     QString barsRead_; ///< where they come from and how many
     QLabel* summary_;
     QLabel* barLabel_;
+    QLabel* user_;
     FigureKeeper figures_;
     WindowCommands commands_;
-    QZObservation styleObservation_;
+    std::array<QZObservation, 2> observations_;
 };

@@ -3,6 +3,7 @@
 #include "app/chart/ChartPalette.h"
 #include "app/chart/ChartSplitView.h"
 #include "app/picture/PictureActions.h"
+#include "app/window/Appearance.h"
 #include "app/window/ChartWindow.h"
 
 #include <QComboBox>
@@ -10,9 +11,29 @@
 #include <QMessageBox>
 #include <QToolBar>
 
-WindowCommands::WindowCommands(ChartWindow& window) : window_(window)
+#include <functional>
+
+namespace {
+
+/// Adds one of several looks to a menu. It is checked as things are, however they came about.
+void addChoice(QMenu& menu, const QString& name, const std::function<bool()>& isChosen,
+               const std::function<void()>& choose)
+{
+    QAction* action = menu.addAction(name, choose);
+    const auto follow = [action, isChosen] { action->setChecked(isChosen()); };
+    action->setCheckable(true);
+    follow();
+    QObject::connect(action, &QAction::triggered, action, follow);
+    QObject::connect(&Appearance::shared(), &Appearance::changed, action, follow);
+}
+
+} // namespace
+
+WindowCommands::WindowCommands(ChartWindow& window)
+    : window_(window), chartMenu_(new QMenu(tr("&Chart"), &window)), repeater_(window.chart())
 {
     addFileMenu();
+    addChartMenu();
     addViewMenu();
     addHelpMenu();
     addToolBar();
@@ -31,6 +52,33 @@ void WindowCommands::addFileMenu()
     file->addAction(tr("&Quit"), QKeySequence::Quit, &window_, &QWidget::close);
 }
 
+// The window takes the plain keys itself, which a shortcut would keep from the panels: they only stand in the menu.
+void WindowCommands::addChartMenu()
+{
+    window_.menuBar()->addMenu(chartMenu_);
+    chartMenu_->addAction(tr("&Drawing tools\tP"), &window_, &ChartWindow::togglePalette);
+    chartMenu_->addAction(tr("Range &statistics\tS"), &window_, &ChartWindow::toggleStatistics);
+    keepTool_ = chartMenu_->addAction(tr("&Keep the tool\tK"));
+    keepTool_->setCheckable(true);
+    connect(keepTool_, &QAction::toggled, &repeater_, &ToolRepeater::setOn);
+    addPeriodMenu();
+    chartMenu_->addAction(tr("&Reset the view\tR"), &window_, &ChartWindow::resetView);
+}
+
+void WindowCommands::addPeriodMenu()
+{
+    QMenu* menu = chartMenu_->addMenu(tr("P&eriod"));
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+        menu->clear();
+        const QComboBox& periods = *window_.periods();
+        for (int index = 0; index < periods.count(); ++index) {
+            QAction* period = menu->addAction(periods.itemText(index), [this, index] { window_.choosePeriod(index); });
+            period->setCheckable(true);
+            period->setChecked(index == periods.currentIndex());
+        }
+    });
+}
+
 void WindowCommands::addViewMenu()
 {
     QMenu* view = window_.menuBar()->addMenu(tr("&View"));
@@ -42,6 +90,35 @@ void WindowCommands::addViewMenu()
     find->setShortcuts({Qt::CTRL | Qt::Key_K, Qt::Key_Slash});
     view->addSeparator();
     view->addActions(window_.chart().viewActions());
+    QAction* separator = view->addSeparator();
+    QMenu* theme = addThemeMenu(*view);
+    QMenu* rising = addRisingMenu(*view);
+    const QList<QAction*> offered = chartMenu_->actions() << separator << list.toggleViewAction() << theme->menuAction()
+                                                          << rising->menuAction();
+    contextMenu_ = std::make_unique<ChartContextMenu>(window_.chart(), offered);
+}
+
+QMenu* WindowCommands::addThemeMenu(QMenu& view)
+{
+    QMenu* menu = view.addMenu(tr("&Theme"));
+    Appearance& appearance = Appearance::shared();
+    for (const auto& [choice, name] : {std::pair{ThemeChoice::Light, tr("&Light")},
+                                       {ThemeChoice::Dark, tr("&Dark")},
+                                       {ThemeChoice::System, tr("Follow the &system")}})
+        addChoice(
+            *menu, name, [&appearance, choice = choice] { return appearance.choice() == choice; },
+            [&appearance, choice = choice] { appearance.choose(choice); });
+    return menu;
+}
+
+QMenu* WindowCommands::addRisingMenu(QMenu& view)
+{
+    QMenu* menu = view.addMenu(tr("&Rising bars"));
+    for (const auto& [isGreen, name] : {std::pair{false, tr("&Red")}, {true, tr("&Green")}})
+        addChoice(
+            *menu, name, [isGreen = isGreen] { return Appearance::greenRises() == isGreen; },
+            [isGreen = isGreen] { Appearance::shared().setGreenRises(isGreen); });
+    return menu;
 }
 
 void WindowCommands::addHelpMenu()
@@ -57,12 +134,15 @@ void WindowCommands::showKeys()
     for (const auto& [keys, meaning] :
          {std::pair{tr("P"), tr("open or close the drawing tools")},
           {tr("1 to 6"), tr("choose a line, in the order of the tools")},
+          {tr("K"), tr("keep the tool for the next figures; Shift at the last point keeps it for one more")},
+          {tr("Right button, Menu"), tr("what can be done with the figure or the chart")},
           {tr("Escape"), tr("cancel the figure that is being drawn, else deselect")},
           {tr("Delete, Backspace"), tr("delete the selected figure")},
           {tr("S"), tr("range statistics: drag the band or its edges")},
           {tr("Left, Right"), tr("scroll; with Shift by a screen")},
           {tr("+, -, wheel"), tr("zoom; the wheel scrolls with Ctrl")},
           {tr("Home, End"), tr("go to the first or to the newest bar")},
+          {tr("R"), tr("reset the view")},
           {tr("Page Up, Page Down"), tr("previous or next stock of the watch list")},
           {tr("/, Ctrl+K"), tr("find a stock of the watch list by its name; Return shows it")},
           {tr("Ctrl+E, Ctrl+P, Ctrl+C"), tr("export, print or copy the picture")},
@@ -76,6 +156,7 @@ void WindowCommands::showKeys()
 void WindowCommands::addToolBar()
 {
     QToolBar* bar = window_.addToolBar(tr("Chart"));
+    bar->setObjectName(QStringLiteral("chartBar"));
     bar->setMovable(false);
     const auto add = [this, bar](const QString& name, const QString& tip, auto slot) {
         QAction* action = bar->addAction(name, &window_, slot);
@@ -86,7 +167,8 @@ void WindowCommands::addToolBar()
     add(tr("Range statistics"), tr("Show what the bars under a band came to (S); drag the band or its edges"),
         &ChartWindow::toggleStatistics);
     bar->addWidget(window_.periods());
-    add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"), &ChartWindow::switchTheme);
+    add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"),
+        [] { Appearance::shared().toggle(); });
 }
 
 bool WindowCommands::pressKey(int key)
@@ -98,8 +180,14 @@ bool WindowCommands::pressKey(int key)
     case Qt::Key_S:
         window_.toggleStatistics();
         return true;
+    case Qt::Key_K:
+        keepTool_->toggle();
+        return true;
+    case Qt::Key_R:
+        window_.resetView();
+        return true;
     case Qt::Key_T:
-        ChartWindow::switchTheme();
+        Appearance::shared().toggle();
         return true;
     default:
         return ChartPalette::pressKey(key);

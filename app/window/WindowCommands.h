@@ -1,12 +1,18 @@
 #pragma once
 
+#include "app/window/ChartContextMenu.h"
+#include "app/window/ToolRepeater.h"
+
 #include <QObject>
 
+#include <memory>
+
 class ChartWindow;
+class QAction;
 class QMenu;
 
-/// The menus, the tool bar and the plain keys of a chart window. Each command calls an operation of the window; every
-/// key stands in the list that Help shows.
+/// The menus, the context menu, the tool bar and the plain keys of a chart window. Each command calls an operation of
+/// the window; every key stands in the list that Help shows.
 class WindowCommands : public QObject {
     Q_OBJECT
 
@@ -19,10 +25,18 @@ public:
 
 private:
     void addFileMenu();
+    void addChartMenu();
+    void addPeriodMenu();
     void addViewMenu();
+    static QMenu* addThemeMenu(QMenu& view);
+    static QMenu* addRisingMenu(QMenu& view);
     void addHelpMenu();
     void addToolBar();
     void showKeys();
 
     ChartWindow& window_;
+    QMenu* chartMenu_;
+    QAction* keepTool_ = nullptr;
+    ToolRepeater repeater_;
+    std::unique_ptr<ChartContextMenu> contextMenu_;
 };

@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QToolButton>
 
+#include <algorithm>
 #include <type_traits>
 
 // A static library's resources must be asked for by name, and the macro works only outside any namespace.
@@ -165,6 +166,7 @@ void QZPaintGraphConfigWC::windowDidLoad()
 void QZPaintGraphConfigWC::connectControls()
 {
     connect(btnEdit_, &QAbstractButton::clicked, this, &QZPaintGraphConfigWC::clickedEdit);
+    connect(&window_, &QZPanelWindow::chartResized, this, &QZPaintGraphConfigWC::keepOverChart);
     connect(cwStrokeColor_, &QAbstractButton::clicked, this, [this] { colorPicker_.pick(*cwStrokeColor_); });
     connect(cwFillColor_, &QAbstractButton::clicked, this,
             [this] { colorPicker_.pick(*cwFillColor_, QColorDialog::ShowAlphaChannel); });
@@ -257,11 +259,29 @@ void QZPaintGraphConfigWC::layOutControls()
 void QZPaintGraphConfigWC::placeOverChart()
 {
     const QWidget* chart = window_.chartWindow();
-    // Only where it first appears: afterwards it stays where its user puts it.
-    if (chart == nullptr || window_.testAttribute(Qt::WA_Moved))
+    if (chart == nullptr)
+        return;
+    // Only where it first appears: afterwards it stays where its user puts it, but for another chart window.
+    const QRect frame = chart->geometry();
+    if (!window_.testAttribute(Qt::WA_Moved))
+        window_.move(frame.center().x() - window_.width() / 2, frame.top() + topDistance);
+    if (placedOver_ != chart)
+        isOutside_ = false;
+    placedOver_ = chart;
+    keepOverChart();
+}
+
+void QZPaintGraphConfigWC::keepOverChart()
+{
+    const QWidget* chart = window_.chartWindow();
+    // Before it is shown it has no place yet.
+    if (chart == nullptr || placedOver_ != chart || isOutside_)
         return;
     const QRect frame = chart->geometry();
-    window_.move(frame.center().x() - window_.width() / 2, frame.top() + topDistance);
+    const QPoint last = frame.bottomRight() - QPoint(window_.width() - 1, window_.height() - 1);
+    const QPoint now = window_.pos();
+    window_.move(std::max(frame.left(), std::min(now.x(), last.x())),
+                 std::max(frame.top(), std::min(now.y(), last.y())));
 }
 
 bool QZPaintGraphConfigWC::eventFilter(QObject* watched, QEvent* event)
@@ -269,6 +289,10 @@ bool QZPaintGraphConfigWC::eventFilter(QObject* watched, QEvent* event)
     if (watched == &window_) {
         if (event->type() == QEvent::Show && !event->spontaneous())
             placeOverChart();
+        else if (event->type() == QEvent::Resize)
+            keepOverChart();
+        else if (event->type() == QEvent::Move && placedOver_ != nullptr && placedOver_ == window_.chartWindow())
+            isOutside_ = !placedOver_->geometry().contains(window_.geometry());
         // A strip that is taken off the screen without being closed must not leave its picker behind.
         if (event->type() == QEvent::Hide && !event->spontaneous())
             windowWillClose();

@@ -112,6 +112,8 @@ private:
     void layOutControls();
     void applyTheme();
     void placeOverChart();
+    /// Brings the strip back into the chart window, unless its user put it outside.
+    void keepOverChart();
 
     QZPanelWindow window_;
     QZColorPicker colorPicker_{window_};
@@ -119,6 +121,9 @@ private:
     std::uint64_t lineType_ = 0;
     int lineWidth_ = 1; // px
     Line chosenLine_;
+
+    QPointer<const QWidget> placedOver_; // the chart window that the strip was shown over last
+    bool isOutside_ = false;             // its user moved it out of that window
 
     QZPaintGraphConfigWCDelegate* delegate_ = nullptr;
     std::weak_ptr<void> delegateLifetime_;

@@ -149,6 +149,9 @@ bool QZPanelWindow::eventFilter(QObject* watched, QEvent* event)
             move(pos() + moved.pos() - moved.oldPos());
         }
         break;
+    case QEvent::Resize:
+        Q_EMIT chartResized();
+        break;
     case QEvent::Hide:
         // Minimised, it comes back; closed or hidden by its owner, it is gone.
         if (isVisible() && event->spontaneous()) {

@@ -27,6 +27,8 @@ public:
 Q_SIGNALS:
     /// The window is about to close, by its user or with its chart window.
     void willClose();
+    /// The chart window got another size.
+    void chartResized();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

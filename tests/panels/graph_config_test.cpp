@@ -228,6 +228,44 @@ TEST_F(GraphConfig, OneColourPickerFollowsTheActiveWellAndGoesWithItsStrip)
     }
     const QPoint middle(chart.geometry().center().x() - 271 / 2, chart.geometry().top() + 40);
     EXPECT_EQ(window.pos(), middle) << "a strip not moved before appears over the chart";
+
+    chart.resize(200, 200);
+    chart.show();
+    window.addToWindowOf(chart);
+    panel.setStrokeColor(Qt::red);
+    click("cwStrokeColor");
+    EXPECT_FALSE(picker()->frameGeometry().intersects(chart.frameGeometry())) << "there is room beside it";
+    picker()->setCurrentColor(Qt::green);
+    EXPECT_EQ(panel.strokeColor(), QColor(Qt::green));
+    QTest::keyClick(picker(), Qt::Key_Escape);
+    EXPECT_EQ(panel.strokeColor(), QColor(Qt::red));
+    EXPECT_EQ(picker(), nullptr);
+    EXPECT_TRUE(delegate.taken().endsWith(u"stroke#ff00ff00 stroke#ffff0000"_s));
+}
+
+TEST_F(GraphConfig, StaysOverItsChartWindowUnlessItsUserPutsItElsewhere)
+{
+    QWidget chart;
+    chart.setGeometry(100, 100, 600, 400);
+    chart.show();
+    window.addToWindowOf(chart);
+    const int height = window.height();
+    const auto isOver = [this](const QWidget& other) { return other.geometry().contains(window.geometry()); };
+    window.move(420, 500 - height);
+    chart.resize(500, 300);
+    EXPECT_EQ(window.geometry().bottomRight(), chart.geometry().bottomRight());
+    QWidget other;
+    other.setGeometry(0, 450, 500, 120);
+    other.show();
+    window.addToWindowOf(other);
+    EXPECT_TRUE(isOver(other));
+    window.move(700, 20); // by its grip
+    other.resize(480, 110);
+    window.hide();
+    window.addToWindowOf(other);
+    EXPECT_EQ(window.pos(), QPoint(700, 20));
+    window.addToWindowOf(chart);
+    EXPECT_TRUE(isOver(chart));
 }
 
 TEST_F(GraphConfig, GivesTheKeyboardBackToTheChart)
