@@ -1,3 +1,4 @@
+#include "app/bars/BarFiles.h"
 #include "app/bars/SampleBars.h"
 #include "app/chart/BarProgress.h"
 #include "app/demo/DemoGestures.h"
@@ -179,7 +180,7 @@ int main(int argc, char** argv)
     QStringList paths = parser.positionalArguments();
     if (paths.isEmpty())
         paths << dailySamplePath();
-    const QStringList files = WatchList::barFiles(paths);
+    const QStringList files = barFiles(paths);
     if (files.isEmpty()) {
         print(stderr, QStringLiteral("qzchart: no files of bars in %1").arg(paths.join(QLatin1String(", "))));
         return unusable;

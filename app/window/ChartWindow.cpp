@@ -1,5 +1,6 @@
 #include "app/window/ChartWindow.h"
 
+#include "app/bars/BarFiles.h"
 #include "app/calendar/ChartCycle.h"
 #include "app/calendar/Resample.h"
 #include "app/chart/AxisTicks.h"
@@ -135,14 +136,14 @@ void ChartWindow::openFolder()
 {
     const QString folder = QFileDialog::getExistingDirectory(this, tr("Open a folder of bars"));
     if (!folder.isEmpty() && !showFiles({folder}))
-        QMessageBox::warning(this, tr("Open a folder of bars"),
-                             tr("%1 holds no bars: no file ends in %2")
-                                 .arg(folder, WatchList::namePatterns().join(QLatin1String(", "))));
+        QMessageBox::warning(
+            this, tr("Open a folder of bars"),
+            tr("%1 holds no bars: no file ends in %2").arg(folder, barFilePatterns().join(QLatin1String(", "))));
 }
 
 bool ChartWindow::showFiles(const QStringList& paths)
 {
-    const QStringList files = WatchList::barFiles(paths);
+    const QStringList files = barFiles(paths);
     if (files.isEmpty())
         return false;
     watchList_->setFiles(files);
