@@ -1,6 +1,8 @@
+#include "app/bars/BarFiles.h"
 #include "app/bars/SampleBars.h"
 #include "app/chart/BarProgress.h"
 #include "app/demo/DemoGestures.h"
+#include "app/demo/Gallery.h"
 #include "app/picture/RenderOptions.h"
 #include "app/picture/Renderer.h"
 #include "app/window/Appearance.h"
@@ -67,6 +69,16 @@ void tellProblems(const BarReadResult& bars)
         print(stderr, bars.summary());
 }
 
+int drawGallery(const QString& folder)
+{
+    const QTemporaryDir figures;
+    QZFrameComFun::setRootFolder(figures.path());
+    const QString failure = Gallery().write(folder, [](const QString& file) { print(stdout, file); });
+    if (!failure.isNull())
+        print(stderr, failure);
+    return failure.isNull() ? 0 : failed;
+}
+
 int renderPictures(const RenderOptions& options)
 {
     QString error;
@@ -95,7 +107,7 @@ int showFiles(ChartWindow& window, const QStringList& named)
     if (named.isEmpty() && window.restoreFiles())
         return 0;
     const QStringList paths = named.isEmpty() ? QStringList(dailySamplePath()) : named;
-    const QStringList files = WatchList::barFiles(paths);
+    const QStringList files = barFiles(paths);
     if (files.size() > 1) {
         window.showFiles(paths); // the list tells of each what is wrong with it
         return 0;
@@ -150,7 +162,7 @@ std::unique_ptr<QCoreApplication> createApplication(int& argc, char** argv)
     for (const char* argument : std::span(argv, static_cast<std::size_t>(argc))) {
         if (std::strncmp(argument, "--generate-samples", 18) == 0 || std::strcmp(argument, "--help") == 0)
             return std::make_unique<QCoreApplication>(argc, argv);
-        if (RenderOptions::isAsked(argument)) {
+        if (RenderOptions::isAsked(argument) || std::strncmp(argument, "--gallery", 9) == 0) {
             if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
                 qputenv("QT_QPA_PLATFORM", "offscreen");
             QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false\nqz.linepaint.warning=false"));
@@ -180,10 +192,13 @@ int main(int argc, char** argv)
     const QCommandLineOption samples(QStringLiteral("generate-samples"),
                                      QStringLiteral("Write the sample bars to the folder DIR and exit."),
                                      QStringLiteral("DIR"));
+    const QCommandLineOption gallery(QStringLiteral("gallery"),
+                                     QStringLiteral("Write a picture of each drawing tool to the folder DIR and exit."),
+                                     QStringLiteral("DIR"));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("A stock chart to draw on."));
     parser.addHelpOption();
-    parser.addOptions({demo, theme, samples});
+    parser.addOptions({demo, theme, samples, gallery});
     const RenderOptions pictures(parser);
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("Delimited text files of bars, or folders of them."),
@@ -195,6 +210,8 @@ int main(int argc, char** argv)
         print(stderr, QStringLiteral("qzchart: no theme named %1").arg(parser.value(theme)));
         return unusable;
     }
+    if (parser.isSet(gallery))
+        return drawGallery(parser.value(gallery));
     if (pictures.isChosen())
         return renderPictures(pictures);
 
