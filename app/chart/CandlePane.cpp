@@ -74,32 +74,32 @@ PriceRange CandlePane::valueRange(int first, int last) const
 
 std::vector<AxisTick> CandlePane::valueTicks(double low, double high, int maxCount) const
 {
-    return priceTicks(low, high, maxCount);
+    return priceTicks(low, high, maxCount, chartData()->series.priceDecimals());
 }
 
 QString CandlePane::valueText(double value) const
 {
-    return priceText(value);
+    return priceText(value, chartData()->series.priceDecimals());
 }
 
 QString CandlePane::changeText(double from, double to) const
 {
-    return priceChangeText(to - from, from);
+    return valueText(to - from);
 }
 
 std::vector<LegendPart> CandlePane::legendOf(int bar) const
 {
     const BarSeries& series = chartData()->series;
     const Bar& shown = series.at(bar);
-    const auto price = [](QChar name, double value) {
-        return LegendPart{name + QLatin1Char(' ') + priceText(value), {}};
+    const auto price = [this](QChar name, double value) {
+        return LegendPart{name + QLatin1Char(' ') + valueText(value), {}};
     };
     std::vector<LegendPart> legend{{momentText(series.timeAt(bar), series.isIntraday()), {}}, price(u'C', shown.close)};
     if (bar > 0) {
         const double before = series.at(bar - 1).close;
         const double change = shown.close - before;
         const QString sign = change > 0 ? QStringLiteral("+") : QString();
-        legend.push_back({sign + priceChangeText(change, shown.close) + QStringLiteral(" (") + sign +
+        legend.push_back({sign + valueText(change) + QStringLiteral(" (") + sign +
                               QString::number(percentChange(before, shown.close), 'f', 2) + QStringLiteral("%)"),
                           change < 0 ? down_ : up_});
     }
@@ -107,7 +107,7 @@ std::vector<LegendPart> CandlePane::legendOf(int bar) const
     for (const auto& [length, line] : averages_) {
         const double average = line->values().at(static_cast<std::size_t>(bar));
         if (showsAverages_ && !std::isnan(average))
-            legend.push_back({QStringLiteral("MA%1 %2").arg(length).arg(priceText(average)), line->pen().color()});
+            legend.push_back({QStringLiteral("MA%1 %2").arg(length).arg(valueText(average)), line->pen().color()});
     }
     return legend;
 }
@@ -128,6 +128,6 @@ void CandlePane::updateDecoration()
         return;
     const Bar& bar = chartData()->series.bars().back();
     lastPrice_->position->setCoords(1.0, *price);
-    lastPrice_->setText(priceText(*price));
+    lastPrice_->setText(valueText(*price));
     lastPrice_->setBrush(bar.close >= bar.open ? up_ : down_);
 }

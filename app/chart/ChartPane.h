@@ -62,6 +62,7 @@ public:
     [[nodiscard]] std::optional<QZPaintRetangleModel> infomationForRetangle(QZPoint start, QZPoint endPoint,
                                                                             int deltaCount) const override;
     [[nodiscard]] QZPoint convertPointForMagnet(QZPoint point, std::uint64_t style) const override;
+    [[nodiscard]] std::optional<QString> captionOfPrice(double price) const override { return valueText(price); }
 
 protected:
     /// `viewport` is borrowed and outlives the pane.

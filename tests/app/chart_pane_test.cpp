@@ -107,7 +107,7 @@ TEST_F(ChartTest, TellsOfTheBarUnderTheMouse)
                                " MA5 106.50 MA10 107.97 MA20 108.07 MA60 100.34";
     const double y = scale.yOf(101);
     user.moveTo(at({scale.xOf(250), std::round(y)}));
-    EXPECT_EQ(told(), bar250 + " | 250 " + priceText(scale.valueAt(std::round(y))).toStdString());
+    EXPECT_EQ(told(), bar250 + " | 250 " + priceText(scale.valueAt(std::round(y)), 2).toStdString());
     EXPECT_EQ(volumes.reading().legend().front().text, QStringLiteral("V 1.25K"));
     EXPECT_EQ(volumes.reading().crosshair()->dateTag, QStringLiteral("2020-12-16"));
     EXPECT_FALSE(volumes.reading().crosshair()->y);
