@@ -155,6 +155,23 @@ std::vector<AxisTick> priceTicks(double low, double high, int maxCount, int deci
     });
 }
 
+std::vector<AxisTick> logarithmicTicks(double low, double high, int maxCount, int decimals)
+{
+    constexpr double evenUpTo = 2; // equal steps look equal enough up to here, and are easier to read
+    if (!(high > low * evenUpTo) || !(low > 0) || !std::isfinite(high))
+        return priceTicks(low, high, maxCount, decimals);
+    std::vector<AxisTick> ticks;
+    const double ratio = std::pow(high / low, 1.0 / std::max(maxCount, 1));
+    double step = roundStep(low * (ratio - 1), 1);
+    double price = std::ceil(low / step) * step;
+    while (price <= high) {
+        ticks.push_back({price, priceText(price, std::max(decimals, decimalsOf(step)))});
+        step = roundStep(price * (ratio - 1), 1);
+        price = std::ceil(price * ratio / step * (1 - 1e-12)) * step;
+    }
+    return ticks;
+}
+
 std::vector<AxisTick> volumeTicks(double low, double high, int maxCount)
 {
     return valueTicks(low, high, maxCount, [](double value, double /*step*/) { return volumeText(value); });

@@ -15,7 +15,11 @@ struct AxisTick {
 /// the decimals that the step needs, at least `decimals`.
 std::vector<AxisTick> priceTicks(double low, double high, int maxCount, int decimals = 0);
 
-/// The same with thousands, millions and billions written as K, M and B.
+/// The same for a logarithmic axis: where it spans more than a doubling, at round prices at least a `maxCount`-th of
+/// the axis apart.
+std::vector<AxisTick> logarithmicTicks(double low, double high, int maxCount, int decimals = 0);
+
+/// As priceTicks() with thousands, millions and billions written as K, M and B.
 std::vector<AxisTick> volumeTicks(double low, double high, int maxCount);
 
 /// Ticks at the first bar of each period between the bars `first` and `last`: ten years down to a minute, the finest

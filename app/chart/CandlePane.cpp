@@ -6,6 +6,7 @@
 #include "app/indicators/Indicators.h"
 #include "platform/QZFont.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -15,6 +16,8 @@ namespace {
 constexpr double padding = 0.07;
 /// A week, two weeks, a month and a quarter of daily bars.
 constexpr std::array averageLengths{5, 10, 20, 60};
+/// The same where all prices are one, as part of the price.
+constexpr double flatSpace = 0.01;
 
 } // namespace
 
@@ -65,16 +68,31 @@ void CandlePane::applyTheme(const ChartTheme& theme)
 
 PriceRange CandlePane::valueRange(int first, int last) const
 {
-    const PriceRange range = chartData()->series.priceRange(first, last).value_or(PriceRange{0, 1});
+    const PriceRange range = chartData()->series.priceRange(first, last).value_or(PriceRange{1, 2});
     const double height = range.high - range.low;
+    const double price = std::max(std::abs(range.low), std::abs(range.high));
     // A flat market has no height of its own.
-    const double space = height > 0 ? height * padding : std::max(range.high * 0.01, 1e-6);
+    const bool isFlat = height <= price * 1e-9;
+    if (scale().isLogarithmic) {
+        const double factor = isFlat ? 1 + flatSpace : std::pow(range.high / range.low, padding);
+        return {range.low / factor, range.high * factor};
+    }
+    const double space = isFlat ? (price > 0 ? price * flatSpace : 1) : height * padding;
     return {range.low - space, range.high + space};
+}
+
+bool CandlePane::hasLogarithms() const
+{
+    const BarSeries& series = chartData()->series;
+    const auto range = series.priceRange(0, series.size() - 1);
+    return range && range->low > 0;
 }
 
 std::vector<AxisTick> CandlePane::valueTicks(double low, double high, int maxCount) const
 {
-    return priceTicks(low, high, maxCount, chartData()->series.priceDecimals());
+    const int decimals = chartData()->series.priceDecimals();
+    return scale().isLogarithmic ? logarithmicTicks(low, high, maxCount, decimals)
+                                 : priceTicks(low, high, maxCount, decimals);
 }
 
 QString CandlePane::valueText(double value) const
