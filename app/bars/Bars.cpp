@@ -32,6 +32,8 @@ struct BarSeries::Content {
         const auto kept = std::unique(bars.rbegin(), bars.rend(),
                                       [](const Bar& a, const Bar& b) { return momentOf(a) == momentOf(b); });
         bars.erase(bars.begin(), kept.base());
+        if (bars.size() < bars.capacity() / 2)
+            bars.shrink_to_fit();
         isIntraday = std::any_of(bars.begin(), bars.end(), [](const Bar& bar) { return bar.time != 0; });
         decimals = ::priceDecimals(bars);
         extremes = ExtremesTree(bars);

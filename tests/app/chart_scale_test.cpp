@@ -1,8 +1,10 @@
 #include "ChartFixture.h"
 #include "app/chart/CustomPlot.h"
+#include "app/demo/DemoGestures.h"
 
 #include <QAction>
 #include <QStatusBar>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -136,6 +138,22 @@ TEST_F(ChartTest, PricesHaveTheDecimalsTheyAreQuotedIn)
         EXPECT_EQ(candles.captionOfPrice(last)->toStdString(), text);
         const auto tags = candles.findChild<QCustomPlot*>()->findChildren<QCPItemText*>();
         EXPECT_EQ(tags.front()->text().toStdString(), text);
+    }
+}
+
+TEST_F(ChartTest, TheDemonstrationPlaysOnAnyPrice)
+{
+    using Closes = std::vector<double>;
+    for (const auto& [name, closes] : {std::pair{"flat and huge", Closes(300, 1e12)},
+                                       {"flat at nothing", Closes(300, 0.0)},
+                                       {"one bar", Closes{12}},
+                                       {"a jump of a trillion", Closes{1, 1e12, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}}}) {
+        SCOPED_TRACE(name);
+        ChartWindow other;
+        other.showBars(stockOf(stock + QLatin1String(name), closes));
+        other.show();
+        const QTemporaryDir folder;
+        EXPECT_EQ(DemoGestures(other).play(folder.filePath(QStringLiteral("x.png"))).toStdString(), "");
     }
 }
 
