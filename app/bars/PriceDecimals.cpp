@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 
 namespace {
 
@@ -17,9 +18,8 @@ int decimalsOf(double price)
     constexpr double rounding = 1e-12;
     double scaled = price;
     int decimals = 0;
-    while (decimals <= mostDecimals && std::abs(scaled - std::round(scaled)) > std::abs(scaled) * rounding) {
+    while (decimals <= mostDecimals && std::abs(scaled - std::round(scaled)) > std::abs(scaled) * rounding)
         scaled = price * std::pow(10.0, ++decimals);
-    }
     return decimals;
 }
 
@@ -27,20 +27,20 @@ int decimalsOf(double price)
 int usualDecimalsOf(std::span<const Bar> bars)
 {
     constexpr std::size_t enough = 2000;
-    constexpr double nearlyAll = 0.98;
-    std::array<int, mostDecimals + 2> counts{};
-    double total = 0;
+    constexpr std::size_t oddPart = 50; // one in so many
+    std::array<std::size_t, mostDecimals + 2> counts{};
+    std::size_t total = 0;
     for (std::size_t i = 0; i < bars.size(); i += bars.size() / enough + 1) {
         for (const double price : {bars[i].open, bars[i].high, bars[i].low, bars[i].close}) {
             ++counts.at(static_cast<std::size_t>(decimalsOf(price)));
-            total += 1;
+            ++total;
         }
     }
-    int decimals = 0;
-    for (double covered = counts.front(); covered < total * nearlyAll;
-         covered += counts.at(static_cast<std::size_t>(decimals)))
-        ++decimals;
-    return decimals;
+    std::size_t decimals = 0;
+    std::size_t covered = counts.front();
+    while (covered < total - total / oddPart)
+        covered += counts.at(++decimals);
+    return static_cast<int>(decimals);
 }
 
 } // namespace

@@ -9,6 +9,8 @@ namespace {
 constexpr double strongestStretch = 200;
 /// Below this part of the values themselves a double no longer tells the pixels apart.
 constexpr double finestPart = 1e-9;
+/// Beyond it the plot's axis refuses a range.
+constexpr double farthestValue = 1e200;
 
 } // namespace
 
@@ -47,8 +49,8 @@ void ChartPane::shiftValues(double pixels)
 void ChartPane::setOwnRange(double bottom, double top)
 {
     const PriceRange range{scale_.valueOf(bottom), scale_.valueOf(top)};
-    const bool isFine = range.high - range.low > finestPart * std::max(std::abs(range.low), std::abs(range.high));
-    if (isFine && std::isfinite(range.high - range.low))
+    const double farthest = std::max(std::abs(range.low), std::abs(range.high));
+    if (range.high - range.low > finestPart * farthest && farthest < farthestValue)
         ownRange_ = range;
 }
 
