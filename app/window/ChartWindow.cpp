@@ -159,10 +159,10 @@ bool ChartWindow::showFiles(const QStringList& paths)
 
 void ChartWindow::showListed(const QString& path)
 {
-    const BarReadResult result = readBars(path);
+    const BarReadResult result = readBarsShowingProgress(path, this);
     if (result.isOk())
         takeBars(result);
-    else if (figures_.mayLeave())
+    else if (!result.isCancelled && figures_.mayLeave())
         showFailure(result);
     watchList_->setCurrentFile(file_);
     center_->currentWidget()->setFocus();
