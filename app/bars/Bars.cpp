@@ -1,6 +1,7 @@
 #include "app/bars/Bars.h"
 
 #include "app/bars/ExtremesTree.h"
+#include "app/bars/PriceDecimals.h"
 
 #include <algorithm>
 #include <iterator>
@@ -31,12 +32,16 @@ struct BarSeries::Content {
         const auto kept = std::unique(bars.rbegin(), bars.rend(),
                                       [](const Bar& a, const Bar& b) { return momentOf(a) == momentOf(b); });
         bars.erase(bars.begin(), kept.base());
+        if (bars.size() < bars.capacity() / 2)
+            bars.shrink_to_fit();
         isIntraday = std::any_of(bars.begin(), bars.end(), [](const Bar& bar) { return bar.time != 0; });
+        decimals = ::priceDecimals(bars);
         extremes = ExtremesTree(bars);
     }
 
     std::vector<Bar> bars;
     bool isIntraday = false;
+    int decimals = ::priceDecimals({});
     ExtremesTree extremes;
 };
 
@@ -58,6 +63,11 @@ const std::vector<Bar>& BarSeries::bars() const
 bool BarSeries::isIntraday() const
 {
     return content_->isIntraday;
+}
+
+int BarSeries::priceDecimals() const
+{
+    return content_->decimals;
 }
 
 int BarSeries::lowerBound(std::int32_t date, std::int32_t time) const

@@ -53,6 +53,9 @@ public:
     /// Whether any bar carries a time of day.
     [[nodiscard]] bool isIntraday() const;
 
+    /// The decimals that its prices are written with (see PriceDecimals.h).
+    [[nodiscard]] int priceDecimals() const;
+
     /// Index of the first bar at or after the moment; size() when there is none.
     [[nodiscard]] int lowerBound(std::int32_t date, std::int32_t time) const;
 

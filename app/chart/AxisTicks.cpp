@@ -25,7 +25,7 @@ double roundStep(double range, int maxCount)
 
 int decimalsOf(double step)
 {
-    return std::clamp(static_cast<int>(-std::floor(std::log10(step) + 1e-9)), 0, 8);
+    return std::clamp(static_cast<int>(-std::floor(std::log10(step) + 1e-9)), 0, 12);
 }
 
 template <typename Format>
@@ -148,10 +148,28 @@ void thinOut(std::vector<int>& bars, double minGap)
 
 } // namespace
 
-std::vector<AxisTick> priceTicks(double low, double high, int maxCount)
+std::vector<AxisTick> priceTicks(double low, double high, int maxCount, int decimals)
 {
-    return valueTicks(low, high, maxCount,
-                      [](double value, double step) { return QString::number(value, 'f', decimalsOf(step)); });
+    return valueTicks(low, high, maxCount, [decimals](double value, double step) {
+        return priceText(value, std::max(decimals, decimalsOf(step)));
+    });
+}
+
+std::vector<AxisTick> logarithmicTicks(double low, double high, int maxCount, int decimals)
+{
+    constexpr double evenUpTo = 2; // equal steps look equal enough up to here, and are easier to read
+    if (!(high > low * evenUpTo) || !(low > 0) || !std::isfinite(high))
+        return priceTicks(low, high, maxCount, decimals);
+    std::vector<AxisTick> ticks;
+    const double ratio = std::pow(high / low, 1.0 / std::max(maxCount, 1));
+    double step = roundStep(low * (ratio - 1), 1);
+    double price = std::ceil(low / step) * step;
+    while (price <= high) {
+        ticks.push_back({price, priceText(price, std::max(decimals, decimalsOf(step)))});
+        step = roundStep(price * (ratio - 1), 1);
+        price = std::ceil(price * ratio / step * (1 - 1e-12)) * step;
+    }
+    return ticks;
 }
 
 std::vector<AxisTick> volumeTicks(double low, double high, int maxCount)
@@ -185,14 +203,10 @@ std::vector<AxisTick> dateTicks(const TradingCalendar& calendar, int first, int 
     return ticks;
 }
 
-QString priceText(double price)
+QString priceText(double price, int decimals)
 {
-    return priceChangeText(price, price);
-}
-
-QString priceChangeText(double change, double price)
-{
-    return QString::number(change, 'f', std::abs(price) < 1 ? 4 : 2);
+    constexpr double exactUpTo = 1e15;
+    return std::abs(price) < exactUpTo ? QString::number(price, 'f', decimals) : QString::number(price, 'g', 6);
 }
 
 QString volumeText(double volume)

@@ -12,10 +12,14 @@ struct AxisTick {
 };
 
 /// Ticks at round values (1, 2 or 5 times a power of ten apart) within `low` to `high`, at most `maxCount`. Labels have
-/// the decimals that the step needs.
-std::vector<AxisTick> priceTicks(double low, double high, int maxCount);
+/// the decimals that the step needs, at least `decimals`.
+std::vector<AxisTick> priceTicks(double low, double high, int maxCount, int decimals = 0);
 
-/// The same with thousands, millions and billions written as K, M and B.
+/// The same for a logarithmic axis: where it spans more than a doubling, at round prices at least a `maxCount`-th of
+/// the axis apart.
+std::vector<AxisTick> logarithmicTicks(double low, double high, int maxCount, int decimals = 0);
+
+/// As priceTicks() with thousands, millions and billions written as K, M and B.
 std::vector<AxisTick> volumeTicks(double low, double high, int maxCount);
 
 /// Ticks at the first bar of each period between the bars `first` and `last`: ten years down to a minute, the finest
@@ -23,10 +27,9 @@ std::vector<AxisTick> volumeTicks(double low, double high, int maxCount);
 /// not.
 std::vector<AxisTick> dateTicks(const TradingCalendar& calendar, int first, int last, double minGap);
 
-/// A price with the decimals that prices of its size are quoted in.
-QString priceText(double price);
-/// A difference of prices of about `price`, with as many decimals as they have.
-QString priceChangeText(double change, double price);
+/// A price, or a difference of prices, with the decimals of its series (BarSeries::priceDecimals); one that would be
+/// longer than a number is exact in six digits.
+QString priceText(double price, int decimals);
 /// "950", "12.5K", "3.46M", "1.2B".
 QString volumeText(double volume);
 /// "2024-01-02", with the minute for intraday bars.

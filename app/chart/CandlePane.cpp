@@ -6,6 +6,7 @@
 #include "app/indicators/Indicators.h"
 #include "platform/QZFont.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -15,6 +16,8 @@ namespace {
 constexpr double padding = 0.07;
 /// A week, two weeks, a month and a quarter of daily bars.
 constexpr std::array averageLengths{5, 10, 20, 60};
+/// The same where all prices are one, as part of the price.
+constexpr double flatSpace = 0.01;
 
 } // namespace
 
@@ -65,41 +68,56 @@ void CandlePane::applyTheme(const ChartTheme& theme)
 
 PriceRange CandlePane::valueRange(int first, int last) const
 {
-    const PriceRange range = chartData()->series.priceRange(first, last).value_or(PriceRange{0, 1});
+    const PriceRange range = chartData()->series.priceRange(first, last).value_or(PriceRange{1, 2});
     const double height = range.high - range.low;
+    const double price = std::max(std::abs(range.low), std::abs(range.high));
     // A flat market has no height of its own.
-    const double space = height > 0 ? height * padding : std::max(range.high * 0.01, 1e-6);
+    const bool isFlat = height <= price * 1e-9;
+    if (scale().isLogarithmic) {
+        const double factor = isFlat ? 1 + flatSpace : std::pow(range.high / range.low, padding);
+        return {range.low / factor, range.high * factor};
+    }
+    const double space = isFlat ? (price > 0 ? price * flatSpace : 1) : height * padding;
     return {range.low - space, range.high + space};
+}
+
+bool CandlePane::hasLogarithms() const
+{
+    const BarSeries& series = chartData()->series;
+    const auto range = series.priceRange(0, series.size() - 1);
+    return range && range->low > 0;
 }
 
 std::vector<AxisTick> CandlePane::valueTicks(double low, double high, int maxCount) const
 {
-    return priceTicks(low, high, maxCount);
+    const int decimals = chartData()->series.priceDecimals();
+    return scale().isLogarithmic ? logarithmicTicks(low, high, maxCount, decimals)
+                                 : priceTicks(low, high, maxCount, decimals);
 }
 
 QString CandlePane::valueText(double value) const
 {
-    return priceText(value);
+    return priceText(value, chartData()->series.priceDecimals());
 }
 
 QString CandlePane::changeText(double from, double to) const
 {
-    return priceChangeText(to - from, from);
+    return valueText(to - from);
 }
 
 std::vector<LegendPart> CandlePane::legendOf(int bar) const
 {
     const BarSeries& series = chartData()->series;
     const Bar& shown = series.at(bar);
-    const auto price = [](QChar name, double value) {
-        return LegendPart{name + QLatin1Char(' ') + priceText(value), {}};
+    const auto price = [this](QChar name, double value) {
+        return LegendPart{name + QLatin1Char(' ') + valueText(value), {}};
     };
     std::vector<LegendPart> legend{{momentText(series.timeAt(bar), series.isIntraday()), {}}, price(u'C', shown.close)};
     if (bar > 0) {
         const double before = series.at(bar - 1).close;
         const double change = shown.close - before;
         const QString sign = change > 0 ? QStringLiteral("+") : QString();
-        legend.push_back({sign + priceChangeText(change, shown.close) + QStringLiteral(" (") + sign +
+        legend.push_back({sign + valueText(change) + QStringLiteral(" (") + sign +
                               QString::number(percentChange(before, shown.close), 'f', 2) + QStringLiteral("%)"),
                           change < 0 ? down_ : up_});
     }
@@ -107,7 +125,7 @@ std::vector<LegendPart> CandlePane::legendOf(int bar) const
     for (const auto& [length, line] : averages_) {
         const double average = line->values().at(static_cast<std::size_t>(bar));
         if (showsAverages_ && !std::isnan(average))
-            legend.push_back({QStringLiteral("MA%1 %2").arg(length).arg(priceText(average)), line->pen().color()});
+            legend.push_back({QStringLiteral("MA%1 %2").arg(length).arg(valueText(average)), line->pen().color()});
     }
     return legend;
 }
@@ -128,6 +146,6 @@ void CandlePane::updateDecoration()
         return;
     const Bar& bar = chartData()->series.bars().back();
     lastPrice_->position->setCoords(1.0, *price);
-    lastPrice_->setText(priceText(*price));
+    lastPrice_->setText(valueText(*price));
     lastPrice_->setBrush(bar.close >= bar.open ? up_ : down_);
 }

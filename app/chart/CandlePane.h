@@ -14,6 +14,8 @@ public:
     void applyTheme(const ChartTheme& theme) override;
     /// The averages of closes, which show at first; they have no say in the range of the values.
     void setAveragesVisible(bool visible);
+    /// Where no price of the whole series is zero or below, whatever is in sight.
+    [[nodiscard]] bool hasLogarithms() const override;
 
 protected:
     [[nodiscard]] std::span<const Bar> plottedBars() const override { return chartData()->series.bars(); }

@@ -81,6 +81,7 @@ QCPAxis* ChartPane::valueAxis() const
 void ChartPane::setChartData(std::shared_ptr<const ChartData> shown)
 {
     data_ = std::move(shown);
+    fitAgain();
     barPlot_->setData(data_);
 }
 
@@ -102,11 +103,10 @@ void ChartPane::setDateAxisVisible(bool visible)
 
 int ChartPane::fitValues()
 {
-    const int first = static_cast<int>(std::ceil(viewport_.first() - 0.5));
-    const int last = static_cast<int>(std::floor(viewport_.last() + 0.5));
-    const PriceRange range = valueRange(first, last);
     scale_.first = viewport_.first();
     scale_.span = viewport_.span();
+    scale_.isLogarithmic = isLogarithmWanted_ && hasLogarithms();
+    const PriceRange range = ownRange_ ? *ownRange_ : fittedRange();
     scale_.low = range.low;
     scale_.high = range.high;
     const QFontMetrics metrics(systemFont(fontSize));
@@ -124,6 +124,7 @@ void ChartPane::refresh(int axisWidth)
     layOut();
     updateTicks();
     plot_->xAxis->setRange(scale_.first, scale_.first + scale_.span);
+    plot_->yAxis2->setScaleType(scale_.isLogarithmic ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
     plot_->yAxis2->setRange(scale_.low, scale_.high);
     updateDecoration();
     plot_->replot(QCustomPlot::rpQueuedRefresh);

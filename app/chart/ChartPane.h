@@ -37,10 +37,25 @@ public:
 
     void setLegendVisible(bool visible) { reading_->setLegendVisible(visible); }
 
-    /// Takes the values' range from the visible bars. Returns the width that the value axis needs (px).
+    /// Takes the values' range from the visible bars, unless it is the user's own. Returns the width that the value
+    /// axis needs (px).
     int fitValues();
     /// Shows bars and figures at the viewport's present place, with a value axis `axisWidth` px wide.
     void refresh(int axisWidth);
+
+    // What the user does to the values' scale. It shows with the next fitValues() and refresh().
+
+    /// Whether a logarithmic scale is wanted; it comes into force where hasLogarithms().
+    void setLogarithmic(bool isLogarithmic);
+    /// Whether every value of the pane has a logarithm. A pane that answers false always stays linear.
+    [[nodiscard]] virtual bool hasLogarithms() const { return false; }
+    /// Makes the range the user's own, until fitAgain() or other bars: `factor` times taller candles, or moved upwards.
+    void stretchValues(double factor);
+    void shiftValues(double pixels);
+    [[nodiscard]] bool hasOwnRange() const { return ownRange_.has_value(); }
+    void fitAgain() { ownRange_.reset(); }
+    /// Whether a point (px, y upwards) lies on the strip of the value axis.
+    [[nodiscard]] bool isOnValueAxis(QZPoint point) const;
 
     /// Points the crosshair at a bar, and at `y` (px of the pane, upwards) where the mouse is in this pane; without a
     /// bar there is no crosshair, and the legend tells of the newest bar.
@@ -64,6 +79,7 @@ public:
     [[nodiscard]] std::optional<QZPaintRetangleModel> infomationForRetangle(QZPoint start, QZPoint endPoint,
                                                                             int deltaCount) const override;
     [[nodiscard]] QZPoint convertPointForMagnet(QZPoint point, std::uint64_t style) const override;
+    [[nodiscard]] std::optional<QString> captionOfPrice(double price) const override { return valueText(price); }
 
 protected:
     /// `viewport` is borrowed and outlives the pane.
@@ -71,7 +87,8 @@ protected:
 
     /// The bars with the values that this pane plots, one for each loaded bar.
     [[nodiscard]] virtual std::span<const Bar> plottedBars() const = 0;
-    /// What the value axis shows while the bars `first` to `last` are visible; neither need be loaded.
+    /// What the value axis shows while the bars `first` to `last` are visible; neither need be loaded. Positive while
+    /// the scale is logarithmic.
     [[nodiscard]] virtual PriceRange valueRange(int first, int last) const = 0;
     [[nodiscard]] virtual std::vector<AxisTick> valueTicks(double low, double high, int maxCount) const = 0;
     [[nodiscard]] virtual QString valueText(double value) const = 0;
@@ -81,6 +98,8 @@ protected:
     [[nodiscard]] virtual std::vector<LegendPart> legendOf(int bar) const = 0;
     /// A value that has a tag of its own on the axis.
     [[nodiscard]] virtual std::optional<double> taggedValue() const { return std::nullopt; }
+    /// Whether the lowest value keeps its place while the user stretches the scale; else the middle does.
+    [[nodiscard]] virtual bool stretchesFromBottom() const { return false; }
     /// After the scale changed, before the plot is drawn.
     virtual void updateDecoration() {}
 
@@ -102,6 +121,9 @@ private:
 
     void layOut();
     void updateTicks();
+    [[nodiscard]] PriceRange fittedRange() const;
+    /// Takes a range of levels (see PaneScale) if it can be shown.
+    void setOwnRange(double bottom, double top);
     /// What canBeDraggedToLeft(), with `direction` -1, and canBeDraggedToRight(), with 1, answer of a point at `x`,
     /// given the plot's edge on that side (px).
     [[nodiscard]] bool canBeDragged(double x, int direction, double edge, bool hasScreenBeyond) const;
@@ -112,6 +134,8 @@ private:
     const ChartViewport& viewport_;
     std::shared_ptr<const ChartData> data_ = std::make_shared<const ChartData>();
     PaneScale scale_;
+    bool isLogarithmWanted_ = false;
+    std::optional<PriceRange> ownRange_;
     int axisWidth_ = 60;
     bool showsDates_ = false;
     QCustomPlot* plot_;

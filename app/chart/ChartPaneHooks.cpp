@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace {
@@ -103,20 +104,33 @@ std::span<const Bar> ChartPane::plottedBars(LoadedRange range) const
                                  static_cast<std::size_t>(range.last - range.first) + 1);
 }
 
+// A straight line on the screen is one through levels: on a logarithmic scale it is fitted to the logarithms.
 bool ChartPane::calcRegressionData(QZRegressionCalcData& lines) const
 {
     const auto range = loadedBetween(lines.x1, lines.x2);
-    const auto channel = range ? regressionChannel(plottedBars(*range)) : std::nullopt;
+    if (!range)
+        return false;
+    std::span<const Bar> bars = plottedBars(*range);
+    std::vector<Bar> levels;
+    if (scale_.isLogarithmic) {
+        const auto level = [this](double value) { return scale_.level(value); };
+        std::ranges::transform(bars, std::back_inserter(levels), [level](const Bar& bar) {
+            return Bar{bar.date, bar.time, level(bar.open), level(bar.high), level(bar.low), level(bar.close), 0};
+        });
+        bars = levels;
+    }
+    const auto channel = regressionChannel(bars);
     if (!channel)
         return false;
+    const auto yOf = [this](double level) { return scale_.yOf(scale_.valueOf(level)); };
     lines.x1 = scale_.xOf(range->first);
     lines.x2 = scale_.xOf(range->last);
-    lines.line1Y1 = scale_.yOf(channel->atFirst);
-    lines.line1Y2 = scale_.yOf(channel->atLast);
-    lines.line2Y1 = scale_.yOf(channel->atFirst + channel->above);
-    lines.line2Y2 = scale_.yOf(channel->atLast + channel->above);
-    lines.line3Y1 = scale_.yOf(channel->atFirst - channel->below);
-    lines.line3Y2 = scale_.yOf(channel->atLast - channel->below);
+    lines.line1Y1 = yOf(channel->atFirst);
+    lines.line1Y2 = yOf(channel->atLast);
+    lines.line2Y1 = yOf(channel->atFirst + channel->above);
+    lines.line2Y2 = yOf(channel->atLast + channel->above);
+    lines.line3Y1 = yOf(channel->atFirst - channel->below);
+    lines.line3Y2 = yOf(channel->atLast - channel->below);
     return true;
 }
 

@@ -18,6 +18,8 @@ constexpr double wheelNotch = 120;
 constexpr double zoomStep = 1.2;
 /// Part of the screen that a notch, or an arrow key, scrolls.
 constexpr double scrollPart = 0.05;
+/// Natural logarithm of what a drag over the whole height of an axis stretches by.
+constexpr double stretchPerHeight = 2;
 
 } // namespace
 
@@ -60,6 +62,7 @@ void ChartSplitView::setChartData(const std::shared_ptr<const ChartData>& shown)
     for (ChartPane* pane : panes_)
         pane->setChartData(shown);
     viewport_.reset(shown->series.size());
+    Q_EMIT scaleChanged();
 }
 
 void ChartSplitView::applyTheme()
@@ -116,6 +119,8 @@ std::shared_ptr<QZPaintGraph> ChartSplitView::figureInCreation() const
 
 void ChartSplitView::mousePressEvent(QMouseEvent* event)
 {
+    if (takeAxis(*event))
+        return;
     const QZPaintManagerView* before = activeView();
     QZPaintSplitView::mousePressEvent(event);
     startPanning(*event);
@@ -126,6 +131,11 @@ void ChartSplitView::mousePressEvent(QMouseEvent* event)
 
 void ChartSplitView::mouseDoubleClickEvent(QMouseEvent* event)
 {
+    if (takeAxis(*event)) {
+        stretchedPane_->fitAgain();
+        refreshPanes();
+        return;
+    }
     QZPaintSplitView::mouseDoubleClickEvent(event);
     startPanning(*event);
     Q_EMIT drawingChanged();
@@ -138,14 +148,17 @@ void ChartSplitView::startPanning(const QMouseEvent& event)
     if (event.button() != Qt::LeftButton || pane == nullptr || pane->paintLayer()->currentGraph())
         return;
     pannedPane_ = pane;
-    panX_ = event.position().x();
+    dragged_ = event.position();
     pane->setCursor(Qt::ClosedHandCursor);
 }
 
-void ChartSplitView::pan(QPointF position)
+void ChartSplitView::pan(QPointF position, bool movesValues)
 {
-    viewport_.scrollBy((panX_ - position.x()) / pannedPane_->scale().barWidth());
-    panX_ = position.x();
+    const QPointF way = position - dragged_;
+    if (movesValues)
+        pannedPane_->shiftValues(-way.y());
+    viewport_.scrollBy(-way.x() / pannedPane_->scale().barWidth());
+    dragged_ = position;
 }
 
 void ChartSplitView::stopPanning()
@@ -153,42 +166,52 @@ void ChartSplitView::stopPanning()
     if (pannedPane_)
         pannedPane_->setCursor(Qt::ArrowCursor);
     pannedPane_.clear();
+    stretchedPane_.clear();
 }
 
 void ChartSplitView::mouseMoveEvent(QMouseEvent* event)
 {
     // A release that went elsewhere, as to a dialog, is noticed by the buttons.
-    if (pannedPane_ && (event->buttons() & Qt::LeftButton) == 0)
+    if ((event->buttons() & Qt::LeftButton) == 0)
         stopPanning();
-    if (pannedPane_)
-        pan(event->position());
-    else
+    showAxisCursor(event->position());
+    if (stretchedPane_) {
+        const double up = (dragged_.y() - event->position().y()) / std::max(stretchedPane_->scale().plot.height, 1.0);
+        dragged_ = event->position();
+        stretch(*stretchedPane_, std::exp(up * stretchPerHeight));
+    } else if (pannedPane_) {
+        pan(event->position(), pannedPane_->hasOwnRange() || (event->modifiers() & Qt::ShiftModifier) != 0);
+    } else {
         QZPaintSplitView::mouseMoveEvent(event);
+    }
     pointAt(event->position());
 }
 
 void ChartSplitView::mouseReleaseEvent(QMouseEvent* event)
 {
-    QZPaintSplitView::mouseReleaseEvent(event);
+    if (!stretchedPane_)
+        QZPaintSplitView::mouseReleaseEvent(event);
     if (event->button() == Qt::LeftButton)
         stopPanning();
 }
 
 bool ChartSplitView::eventFilter(QObject* watched, QEvent* event)
 {
-    const auto* pane = event->type() == QEvent::Wheel ? dynamic_cast<ChartPane*>(watched) : nullptr;
+    auto* pane = event->type() == QEvent::Wheel ? dynamic_cast<ChartPane*>(watched) : nullptr;
     if (pane == nullptr)
         return QZPaintSplitView::eventFilter(watched, event);
     turnWheel(*pane, *static_cast<QWheelEvent*>(event));
     return true;
 }
 
-void ChartSplitView::turnWheel(const ChartPane& pane, const QWheelEvent& event)
+void ChartSplitView::turnWheel(ChartPane& pane, const QWheelEvent& event)
 {
     const QPoint turned = event.angleDelta();
     const bool isSideways = std::abs(turned.x()) > std::abs(turned.y());
     const double notches = (isSideways ? turned.x() : turned.y()) / wheelNotch;
-    if (isSideways || (event.modifiers() & Qt::ControlModifier) != 0)
+    if (paneWithAxisAt(pane.mapTo(this, event.position())) == &pane)
+        stretch(pane, std::pow(zoomStep, notches));
+    else if (isSideways || (event.modifiers() & Qt::ControlModifier) != 0)
         viewport_.scrollBy(-notches * scrollPart * viewport_.span());
     else
         viewport_.zoom(std::pow(zoomStep, -notches), pane.scale().indexAt(event.position().x()));
@@ -201,7 +224,7 @@ void ChartSplitView::keyPressEvent(QKeyEvent* event)
     QZPaintSplitView::keyPressEvent(event);
     if (event->key() == Qt::Key_Escape && !cancels)
         deselect();
-    event->setAccepted(scrollByKey(*event));
+    event->setAccepted(scrollByKey(*event) || scaleByKey(*event));
     Q_EMIT drawingChanged();
 }
 
@@ -217,7 +240,9 @@ bool ChartSplitView::scrollByKey(const QKeyEvent& event)
 {
     const bool isFar = (event.modifiers() & Qt::ShiftModifier) != 0;
     const double bars = isFar ? viewport_.span() : std::max(1.0, std::round(viewport_.span() * scrollPart));
-    const double middle = (viewport_.first() + viewport_.last()) / 2;
+    const double newest = viewport_.barCount() - 1;
+    const bool isNewestVisible = viewport_.first() <= newest && newest <= viewport_.last();
+    const double anchor = isNewestVisible ? newest : (viewport_.first() + viewport_.last()) / 2;
     switch (event.key()) {
     case Qt::Key_Left:
         viewport_.scrollBy(-bars);
@@ -227,10 +252,10 @@ bool ChartSplitView::scrollByKey(const QKeyEvent& event)
         return true;
     case Qt::Key_Plus:
     case Qt::Key_Equal:
-        viewport_.zoom(1 / zoomStep, middle);
+        viewport_.zoom(1 / zoomStep, anchor);
         return true;
     case Qt::Key_Minus:
-        viewport_.zoom(zoomStep, middle);
+        viewport_.zoom(zoomStep, anchor);
         return true;
     case Qt::Key_Home:
         viewport_.showFirstBar();

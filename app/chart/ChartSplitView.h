@@ -17,8 +17,13 @@ class CandlePane;
 
 /// The chart: panes over one time axis, one above the other. What the mouse does not do to a figure it does to the
 /// chart: dragging scrolls, the wheel zooms about the pointer (scrolls with Ctrl, or sideways). Arrow keys scroll, with
-/// Shift by a screen; + and - zoom; Home and End go to the first and the last bar. Escape cancels the figure in
-/// creation, else it deselects.
+/// Shift by a screen; + and - zoom about the last bar where it is visible, else about the middle; Home and End go to
+/// the first and the last bar. Escape cancels the figure in creation, else it deselects.
+///
+/// The values fit the visible bars until the user drags or turns the wheel on the value axis, which stretches them, or
+/// drags the chart with Shift, which moves them. Dragging then moves them as well, until a double click on the axis or
+/// F fits them again. L switches between a linear and a logarithmic scale of prices. What happens on an axis reaches no
+/// figure, and does not choose the pane.
 class ChartSplitView : public QZPaintSplitView {
     Q_OBJECT
 
@@ -39,6 +44,12 @@ public:
     void changeShapeTo(std::int64_t shapeType, const QImage& imageThumbnail) override;
     void removeAllGraphs(QZPaintControl& sender) override;
     void showOrHiddenAllGraphs(QZPaintControl& sender) override;
+    /// Whether prices shall have a logarithmic scale; prices that cannot keep the linear one.
+    void setLogarithmic(bool isLogarithmic);
+    [[nodiscard]] bool isLogarithmic() const { return isLogarithmic_; }
+    /// Whether some pane's values have logarithms.
+    [[nodiscard]] bool hasLogarithms() const;
+
     /// The figure that is being drawn, in whichever pane it is furthest; null for none.
     [[nodiscard]] std::shared_ptr<QZPaintGraph> figureInCreation() const;
 
@@ -49,6 +60,8 @@ Q_SIGNALS:
     void activePaneChanged();
     /// A tool was chosen, a point placed, a key pressed, or the figures were hidden or shown.
     void drawingChanged();
+    /// The scale of prices was switched, or other bars are shown, which may have no logarithms.
+    void scaleChanged();
     /// The user deleted all figures, or was asked and kept them.
     void figuresRemoved();
 
@@ -68,9 +81,16 @@ private:
     QAction* addViewAction(const QString& name, bool isChecked, Show show);
     void refreshPanes();
     void startPanning(const QMouseEvent& event);
-    void pan(QPointF position);
+    void pan(QPointF position, bool movesValues);
     void stopPanning();
-    void turnWheel(const ChartPane& pane, const QWheelEvent& event);
+    /// The pane whose value axis is at a place of this widget; null for none.
+    [[nodiscard]] ChartPane* paneWithAxisAt(QPointF position) const;
+    /// Takes a press on a value axis; false for any other.
+    bool takeAxis(const QMouseEvent& press);
+    void stretch(ChartPane& pane, double factor);
+    void showAxisCursor(QPointF position);
+    bool scaleByKey(const QKeyEvent& event);
+    void turnWheel(ChartPane& pane, const QWheelEvent& event);
     void deselect();
     bool scrollByKey(const QKeyEvent& event);
     /// Shows what is at a place of this widget, the mouse's, in every pane; nothing for no place.
@@ -83,5 +103,7 @@ private:
     QAction* averages_;
     QPointer<ChartPane> pannedPane_;
     std::optional<QPointF> pointer_; ///< where the mouse is over the chart
-    double panX_ = 0;                ///< where the mouse was last while panning
+    QPointF dragged_;                ///< where the mouse was last while panning or stretching
+    QPointer<ChartPane> stretchedPane_;
+    bool isLogarithmic_ = false;
 };

@@ -40,16 +40,17 @@ QString withSign(const QString& text, double value)
     return value > 0 ? QLatin1Char('+') + text : text;
 }
 
-std::array<QString, rows.size()> textsOf(const RangeStatistics& range, bool isIntraday)
+std::array<QString, rows.size()> textsOf(const RangeStatistics& range, const BarSeries& series)
 {
+    const auto price = [decimals = series.priceDecimals()](double value) { return priceText(value, decimals); };
     return {QString::number(range.count),
-            momentText(range.first, isIntraday),
-            momentText(range.last, isIntraday),
-            withSign(priceChangeText(range.change, range.high), range.change),
+            momentText(range.first, series.isIntraday()),
+            momentText(range.last, series.isIntraday()),
+            withSign(price(range.change), range.change),
             withSign(percentText(range.percentChange), range.change),
-            priceText(range.high),
-            priceText(range.low),
-            priceText(range.meanClose),
+            price(range.high),
+            price(range.low),
+            price(range.meanClose),
             percentText(range.amplitude),
             volumeText(range.volume)};
 }
@@ -163,7 +164,7 @@ void RangeStatisticsWindow::tell()
     std::array<QString, rows.size()> texts;
     texts.fill(QStringLiteral("–"));
     if (range)
-        texts = textsOf(*range, series.isIntraday());
+        texts = textsOf(*range, series);
     const ChartTheme theme = ChartTheme::current();
     const double change = range ? range->change : 0;
     QPalette market = palette();

@@ -19,6 +19,7 @@ protected:
     [[nodiscard]] QString valueText(double value) const override;
     [[nodiscard]] QString changeText(double from, double to) const override;
     [[nodiscard]] std::vector<LegendPart> legendOf(int bar) const override;
+    [[nodiscard]] bool stretchesFromBottom() const override { return true; }
 
 private:
     std::vector<Bar> volumes_; ///< open, high, low and close are the volume, which they are not weighted with again

@@ -85,6 +85,8 @@ void DemoGestures::editFigures()
 {
     draw(segment, {swing(0.2, false), swing(0.4, true)});
     expectCount(1, "drawing a segment");
+    if (!failure_.isNull())
+        return;
     expect(QZPaintControl::sharedManager().selectedType() == QZShapeTypeNone, "lifting the button of a finished tool");
 
     auto before = storedPoints();
@@ -92,7 +94,7 @@ void DemoGestures::editFigures()
     user_.drag(user_.positionOf(pane_, pane_.convertFromLogicAxis(before[0][1])), positionOf(target));
     auto after = storedPoints();
     expectCount(1, "dragging a handle");
-    expect(momentOf(after[0][1]) == pane_.chartData()->series.timeAt(target.bar), "moving a point by its handle");
+    expect(momentOf(after[0][1]) == pane_.chartData()->calendar.at(target.bar), "moving a point by its handle");
     expect(momentOf(after[0][0]) == momentOf(before[0][0]), "leaving the other point alone");
 
     const auto figure = pane_.paintLayer()->graphs().snapshot()->front();

@@ -21,7 +21,7 @@ QPointF UserInput::positionOf(const ChartPane& pane, QZPoint point) const
 
 void UserInput::mouse(QEvent::Type type, QPointF position, Qt::MouseButton button, Qt::MouseButtons buttons)
 {
-    QMouseEvent event(type, position, position, handle_.mapToGlobal(position), button, buttons, Qt::NoModifier);
+    QMouseEvent event(type, position, position, handle_.mapToGlobal(position), button, buttons, modifiers_);
     QCoreApplication::sendEvent(&handle_, &event);
 }
 
@@ -46,8 +46,9 @@ void UserInput::doubleClick(QPointF position)
     settle();
 }
 
-void UserInput::drag(QPointF from, QPointF to)
+void UserInput::drag(QPointF from, QPointF to, Qt::KeyboardModifiers modifiers)
 {
+    modifiers_ = modifiers;
     moveTo(from);
     mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
     for (int step = 1; step <= dragSteps; ++step) {
@@ -57,6 +58,7 @@ void UserInput::drag(QPointF from, QPointF to)
         settle();
     }
     mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+    modifiers_ = Qt::NoModifier;
     settle();
 }
 

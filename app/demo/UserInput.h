@@ -20,7 +20,7 @@ public:
     void click(QPointF position);
     void doubleClick(QPointF position);
     /// Presses at `from`, moves to `to` in small steps and releases there.
-    void drag(QPointF from, QPointF to);
+    void drag(QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void wheel(QPointF position, QPoint angleDelta, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Lets everything that is due happen, painting included.
@@ -34,4 +34,5 @@ private:
 
     QWidget& window_;
     QWindow& handle_;
+    Qt::KeyboardModifiers modifiers_ = Qt::NoModifier; ///< held while the mouse moves
 };

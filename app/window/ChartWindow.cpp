@@ -215,8 +215,9 @@ void ChartWindow::describeBar(std::optional<int> bar)
         text = momentText(data_->calendar.at(*bar), data_->series.isIntraday());
         if (*bar >= 0 && *bar < data_->series.size()) {
             const Bar& shown = data_->series.at(*bar);
+            const auto price = [this](double value) { return priceText(value, data_->series.priceDecimals()); };
             text += tr("   O %1   H %2   L %3   C %4   V %5")
-                        .arg(priceText(shown.open), priceText(shown.high), priceText(shown.low), priceText(shown.close),
+                        .arg(price(shown.open), price(shown.high), price(shown.low), price(shown.close),
                              volumeText(shown.volume));
         }
     }

@@ -38,9 +38,9 @@ QString ChartWindow::startFolder() const
 
 bool ChartWindow::openFileIn(ChartWindow& target)
 {
-    const QString path = QFileDialog::getOpenFileName(
-        this, tr("Open bars"), startFolder(),
-        tr("Bars (%1);;All files (*)").arg(barFilePatterns().join(QLatin1Char(' '))));
+    const QString path =
+        QFileDialog::getOpenFileName(this, tr("Open bars"), startFolder(),
+                                     tr("Bars (%1);;All files (*)").arg(barFilePatterns().join(QLatin1Char(' '))));
     if (path.isEmpty())
         return false;
     const BarReadResult result = readBarsShowingProgress(path, this);
@@ -57,9 +57,9 @@ void ChartWindow::openFolder()
 {
     const QString folder = QFileDialog::getExistingDirectory(this, tr("Open a folder of bars"), startFolder());
     if (!folder.isEmpty() && !showFiles({folder}))
-        QMessageBox::warning(this, tr("Open a folder of bars"),
-                             tr("%1 holds no bars: no file ends in %2")
-                                 .arg(folder, barFilePatterns().join(QLatin1String(", "))));
+        QMessageBox::warning(
+            this, tr("Open a folder of bars"),
+            tr("%1 holds no bars: no file ends in %2").arg(folder, barFilePatterns().join(QLatin1String(", "))));
 }
 
 bool ChartWindow::showFiles(const QStringList& paths)

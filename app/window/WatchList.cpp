@@ -100,11 +100,12 @@ void WatchList::readInBackground(const QString& path, int row)
     readers_.start([this, path, row, generation = generation_] {
         const BarReadResult bars = readBars(path);
         const auto quote = quoteOf(bars.series);
-        const auto tellIt = [this, row, generation, quote, reason = bars.error] {
+        const QString last = quote ? priceText(quote->last, bars.series.priceDecimals()) : QString();
+        const auto tellIt = [this, row, generation, quote, last, reason = bars.error] {
             if (generation != generation_)
                 return;
             if (quote)
-                tell(row, quote->last, quote->percent);
+                tell(row, last, quote->percent);
             else
                 tellFailure(row, reason);
         };
@@ -112,10 +113,10 @@ void WatchList::readInBackground(const QString& path, int row)
     });
 }
 
-void WatchList::tell(int row, double last, double percent)
+void WatchList::tell(int row, const QString& last, double percent)
 {
     QTreeWidgetItem* item = list_->topLevelItem(row);
-    item->setText(LastColumn, priceText(last));
+    item->setText(LastColumn, last);
     item->setText(ChangeColumn, percentText(percent));
     item->setData(ChangeColumn, percentRole, percent);
     color(*item, ChartTheme::current());

@@ -40,7 +40,7 @@ protected:
 
 private:
     void readInBackground(const QString& path, int row);
-    void tell(int row, double last, double percent);
+    void tell(int row, const QString& last, double percent);
     void tellFailure(int row, const QString& reason);
     void filter(const QString& text);
     /// Chooses what the filter found: a name that begins with it, else one that holds it.

@@ -5,6 +5,7 @@
 #include "app/picture/PictureActions.h"
 #include "app/window/Appearance.h"
 #include "app/window/ChartWindow.h"
+#include "app/window/ScaleAction.h"
 
 #include <QComboBox>
 #include <QMenuBar>
@@ -143,6 +144,9 @@ void WindowCommands::showKeys()
           {tr("+, -, wheel"), tr("zoom; the wheel scrolls with Ctrl")},
           {tr("Home, End"), tr("go to the first or to the newest bar")},
           {tr("R"), tr("reset the view")},
+          {tr("drag the price axis"), tr("stretch the scale; Shift and drag moves it")},
+          {tr("F, double click there"), tr("fit the scale to the bars again")},
+          {tr("L"), tr("logarithmic or linear scale of prices")},
           {tr("Page Up, Page Down"), tr("previous or next stock of the watch list")},
           {tr("/, Ctrl+K"), tr("find a stock of the watch list by its name; Return shows it")},
           {tr("Ctrl+E, Ctrl+P, Ctrl+C"), tr("export, print or copy the picture")},
@@ -167,6 +171,7 @@ void WindowCommands::addToolBar()
     add(tr("Range statistics"), tr("Show what the bars under a band came to (S); drag the band or its edges"),
         &ChartWindow::toggleStatistics);
     bar->addWidget(window_.periods());
+    addScaleAction(*bar, window_.chart());
     add(tr("Light / dark"), tr("Switch between the light and the dark theme (T)"),
         [] { Appearance::shared().toggle(); });
 }

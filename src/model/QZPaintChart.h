@@ -40,4 +40,8 @@ public:
 
     /// `point` moved to the chart value that the magnet snaps to. `style` is 0.
     [[nodiscard]] virtual QZPoint convertPointForMagnet(QZPoint point, std::uint64_t style) const = 0;
+
+    /// How captions write a price of this chart, which knows its decimals. Nothing, as here, for the library's own
+    /// form: two or three decimals, compact beyond ±1000000.
+    [[nodiscard]] virtual std::optional<QString> captionOfPrice(double /*price*/) const { return std::nullopt; }
 };

@@ -1,10 +1,13 @@
 #include "tools/QZPaintCaption.h"
 
+#include "model/QZPaintChart.h"
 #include "platform/QZGetFixData.h"
 #include "platform/QZNumberText.h"
 
-QString priceCaption(double price, int decimals)
+QString priceCaption(const QZPaintChart* chart, double price, int decimals)
 {
+    if (auto caption = chart == nullptr ? std::nullopt : chart->captionOfPrice(price))
+        return *caption;
     constexpr double compactFrom = 1000000.0;
     if (price > compactFrom || price < -compactFrom)
         return QZGetFixData(price, 0);

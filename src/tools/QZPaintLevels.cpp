@@ -59,7 +59,7 @@ void QZPaintLevels::drawFigure(QZGraphicsContext& context)
         context.strokeSegment(level);
         const double y = level.start.y;
         drawTextInContext(context, percentCaption(static_cast<double>(ratio) * 100.0, 1), font, {x, y});
-        drawTextInContext(context, priceCaption(priceAt(level.start), 3), font, {x + priceCaptionShift, y});
+        drawTextInContext(context, priceCaption(chart(), priceAt(level.start), 3), font, {x + priceCaptionShift, y});
     }
 }
 

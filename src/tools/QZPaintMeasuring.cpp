@@ -220,8 +220,12 @@ void QZPaintBoxLine::drawInfomation(QZGraphicsContext& context, const QZBoxLineC
     const double inside = data.x1 + captionGap + width;
     const double beside = data.x2 + captionGap + width;
     const QString amplitude = percentText(data.amplitude);
-    const QString difference = numberText(data.difference);
-    const QString cost = QStringLiteral("成本均价: ") + numberText(data.averageCost);
+    const auto priceText = [host = chart()](float price) {
+        const auto caption = host == nullptr ? std::nullopt : host->captionOfPrice(static_cast<double>(price));
+        return caption ? *caption : numberText(price);
+    };
+    const QString difference = priceText(data.difference);
+    const QString cost = QStringLiteral("成本均价: ") + priceText(data.averageCost);
 
     drawTextInContext(context, QStringLiteral("K 线数: %1").arg(data.count), {inside, box.maxY() + below});
     drawTextInContext(context, amplitude, {beside, box.maxY() + below});

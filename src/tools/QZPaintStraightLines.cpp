@@ -133,5 +133,5 @@ void QZPaintToolPriceLine::drawFigure(QZGraphicsContext& context)
 
     const auto width = static_cast<double>(lineWidth());
     const double x = std::max(validateRect().minX(), p0.x) + width;
-    drawTextInContext(context, priceCaption(priceAt(p0), 3), captionFont(), {x, p0.y + width});
+    drawTextInContext(context, priceCaption(chart(), priceAt(p0), 3), captionFont(), {x, p0.y + width});
 }

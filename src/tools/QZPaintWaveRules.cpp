@@ -21,9 +21,10 @@ QZLine tickFrom(QZPoint start)
 }
 
 /// "61.8% (12.34)"
-QString levelCaption(float ratio, double price)
+QString levelCaption(const QZPaintChart* chart, float ratio, double price)
 {
-    return QStringLiteral("%1 (%2)").arg(percentCaption(static_cast<double>(ratio) * 100.0, 1), priceCaption(price, 2));
+    return QStringLiteral("%1 (%2)").arg(percentCaption(static_cast<double>(ratio) * 100.0, 1),
+                                         priceCaption(chart, price, 2));
 }
 
 /// The point that has gone `ratio` of the way from the end of `leg` down its mirror image.
@@ -93,7 +94,8 @@ void QZPaintWaveRule::drawFigure(QZGraphicsContext& context)
             addLine(context, levels[i]);
             // A projection is written as exact as 32 bits are, about seven digits.
             const auto price = static_cast<float>((p1 - p0) * static_cast<double>(ratio) + p2);
-            drawTextInContext(context, levelCaption(ratio, static_cast<double>(price)), captionFont(), levels[i].end);
+            drawTextInContext(context, levelCaption(chart(), ratio, static_cast<double>(price)), captionFont(),
+                              levels[i].end);
         }
         addLine(context, spine());
     }
@@ -119,7 +121,8 @@ void QZPaintTurnRule::drawTrunLine(QZGraphicsContext& context, bool isDrawInfo, 
     for (std::size_t i = 0; i < ticks.size(); ++i) {
         addLine(context, ticks[i]);
         if (isDrawInfo)
-            drawTextInContext(context, levelCaption(turnRule[i], priceAt(ticks[i].start)), captionFont(), ticks[i].end);
+            drawTextInContext(context, levelCaption(chart(), turnRule[i], priceAt(ticks[i].start)), captionFont(),
+                              ticks[i].end);
     }
 }
 

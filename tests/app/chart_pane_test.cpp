@@ -107,7 +107,7 @@ TEST_F(ChartTest, TellsOfTheBarUnderTheMouse)
                                " MA5 106.50 MA10 107.97 MA20 108.07 MA60 100.34";
     const double y = scale.yOf(101);
     user.moveTo(at({scale.xOf(250), std::round(y)}));
-    EXPECT_EQ(told(), bar250 + " | 250 " + priceText(scale.valueAt(std::round(y))).toStdString());
+    EXPECT_EQ(told(), bar250 + " | 250 " + priceText(scale.valueAt(std::round(y)), 2).toStdString());
     EXPECT_EQ(volumes.reading().legend().front().text, QStringLiteral("V 1.25K"));
     EXPECT_EQ(volumes.reading().crosshair()->dateTag, QStringLiteral("2020-12-16"));
     EXPECT_FALSE(volumes.reading().crosshair()->y);
@@ -151,10 +151,10 @@ TEST(LinePlot, KeepsTheTurnsOfEachPixelColumnAndBreaksAtGaps)
 }
 
 // The last bars fill 185.5 to 305.5; the wheel is turned at 275.5, three quarters of the screen.
-TEST_F(ChartTest, ZoomsAboutThePointerAndTheMiddleAndScrolls)
+TEST_F(ChartTest, ZoomsAboutThePointerAndTheLastBarAndScrolls)
 {
     constexpr double x = 275.5;
-    constexpr double middle = 245.5;
+    constexpr double untilLast = 299 - 185.5;
     using Row = std::tuple<const char*, QPoint, Qt::Key, Qt::KeyboardModifiers, double, double>;
     for (const auto& [name, wheel, code, modifiers, first, span] :
          {Row{"wheel away", {0, 120}, {}, {}, x - 75, 100}, Row{"wheel near", {0, -120}, {}, {}, x - 108, 144},
@@ -162,9 +162,9 @@ TEST_F(ChartTest, ZoomsAboutThePointerAndTheMiddleAndScrolls)
           Row{"Ctrl and wheel away", {0, 120}, {}, Qt::ControlModifier, 179.5, 120},
           Row{"sideways wheel, left", {120, 60}, {}, {}, 179.5, 120},
           Row{"sideways wheel, right", {-120, 60}, {}, {}, 191.5, 120},
-          Row{"+", {}, Qt::Key_Plus, {}, middle - 50, 100},
-          Row{"= on a + key", {}, Qt::Key_Equal, {}, middle - 50, 100},
-          Row{"-", {}, Qt::Key_Minus, {}, middle - 72, 144}, Row{"Left", {}, Qt::Key_Left, {}, 179.5, 120},
+          Row{"+", {}, Qt::Key_Plus, {}, 299 - untilLast / 1.2, 100},
+          Row{"= on a + key", {}, Qt::Key_Equal, {}, 299 - untilLast / 1.2, 100},
+          Row{"-", {}, Qt::Key_Minus, {}, 299 - untilLast * 1.2, 144}, Row{"Left", {}, Qt::Key_Left, {}, 179.5, 120},
           Row{"Right", {}, Qt::Key_Right, {}, 191.5, 120}, Row{"Home", {}, Qt::Key_Home, {}, -6.5, 120},
           Row{"Shift and Left", {}, Qt::Key_Left, Qt::ShiftModifier, 65.5, 120},
           Row{"Shift and Right, which stops", {}, Qt::Key_Right, Qt::ShiftModifier, 259.5, 120}}) {
@@ -177,6 +177,10 @@ TEST_F(ChartTest, ZoomsAboutThePointerAndTheMiddleAndScrolls)
         EXPECT_NEAR(viewport.first(), first, 1e-6);
         EXPECT_NEAR(viewport.span(), span, 1e-9);
     }
+    user.key(Qt::Key_Home);
+    user.key(Qt::Key_Plus);
+    EXPECT_NEAR(viewport.first(), -6.5 + 10, 1e-6) << "about the middle, as the last bar is out of sight";
+    viewport.zoom(1.2, 0);
     viewport.scrollBy(1e9);
     EXPECT_NEAR(299.5 - viewport.first(), viewport.span() / 3, 1e-9) << "a third of the screen stays filled";
     viewport.scrollBy(-1e9);

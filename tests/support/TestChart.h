@@ -55,6 +55,7 @@ public:
         return axis.date == 0 ? unplaceablePoint
                               : QZPoint{(1.0 * axis.date - firstDate) * barWidth + scroll, axis.price};
     }};
+    Hook<std::optional<QString>(double)> priceCaption{[](double) { return std::nullopt; }};
     Hook<bool(QZPoint)> mayGoLeft{[](QZPoint) { return true; }};
     Hook<bool(QZPoint)> mayGoRight{[](QZPoint) { return true; }};
     Hook<double(double, bool)> magnetX{[this](double x, bool) { return barAt(x) * barWidth + scroll; }};
@@ -99,6 +100,7 @@ public:
         return range(start, end, count);
     }
     QZPoint convertPointForMagnet(QZPoint p, std::uint64_t style) const override { return magnet(p, style); }
+    std::optional<QString> captionOfPrice(double price) const override { return priceCaption(price); }
 
 private:
     [[nodiscard]] int barAt(double x) const

@@ -105,6 +105,8 @@ TEST_F(Measuring, TheBoxAroundTheCandles)
                       text(QStringLiteral("振幅:6.50% 差价:-2.00 成本均价: 12.35"), 106, 50 - height - 4, 14));
     }
     const auto graph = tool(QZSTBoxLine, {{100, 30}, {200, 90}}, 3);
+    chart.priceCaption.answerWith([](double price) { return QString::number(price, 'f', 4); });
+    EXPECT_NE(brief(*graph).find("差价:-2.0000 成本均价: 12.3450"), std::string::npos) << "as the chart writes prices";
     EXPECT_EQ(drawn(*graph).front(), "rect 100,50 100x100 w3 #010203") << "not round yet";
     for (const auto& [at, distance] : std::vector<std::pair<QZPoint, double>>{
              {{150, 53}, 3}, {{150, 117}, 3}, {{203, 70}, 3}, {{150, 80}, 6}, {{92, 26}, 6}, {{200, 92}, 0}})

@@ -52,5 +52,8 @@ TEST_F(StraightLines, PriceLines)
         EXPECT_EQ(brief(*graph), std::string("30,40-100,40 w2;") + caption + " 12px;");
         EXPECT_DOUBLE_EQ(graph->minDistanceFromPoint({20, 40}), 10) << "not left of its point";
         EXPECT_DOUBLE_EQ(graph->minDistanceFromPoint({99, 46}), 6);
+        chart.priceCaption.answerWith([](double quoted) { return QStringLiteral("at %1").arg(quoted); });
+        EXPECT_NE(brief(*graph).find("\"at "), std::string::npos) << "as the chart writes it";
+        chart.priceCaption.answerWith([](double) { return std::nullopt; });
     }
 }
