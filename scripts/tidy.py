@@ -3,6 +3,8 @@
 
   scripts/tidy.py [--jobs N] [--build FOLDER] [FILE ...]
 
+Most of what a check costs is looking through the headers, so files of one folder that are compiled alike are joined to
+one; a batch in which anything is found is checked again in halves, down to the file.
 A file that came out clean is remembered under build/tidy-cache and skipped until it changes, a header of the repository
 that it includes (directly or not) changes, or .clang-tidy, its compile command or clang-tidy itself does.
 FILE limits the run to these files; the build folder must hold compile_commands.json and be built, for the generated
@@ -18,12 +20,14 @@ import re
 import shlex
 import subprocess
 import sys
+import tempfile
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 CACHE = ROOT / "build" / "tidy-cache"
 COMMANDS = ROOT / "build" / "tidy-commands"
 TIDY = "clang-tidy-14"
+BATCH = 6
 # gcc's, which clang cannot read.
 PRECOMPILED = re.compile(r" -include \S*/cmake_pch\.hxx")
 INCLUDE = re.compile(rb'^[ \t]*#[ \t]*include[ \t]*[<"]([^">\n]+)[">]', re.MULTILINE)
@@ -56,7 +60,7 @@ class Inputs:
                     if is_ours(candidate) and candidate.is_file():
                         pending.append(candidate)
                         break
-        parts = [self._common, command]
+        parts = [self._common, command.replace(str(ROOT), "")]
         parts += [f"{path.relative_to(ROOT)} {self._digest_and_includes(path)[0]}" for path in sorted(seen)]
         return hashlib.sha256("\n".join(parts).encode()).hexdigest()
 
@@ -96,15 +100,54 @@ def sources_to_check(build, only):
     return found
 
 
-def tidy(source):
-    """(exit status, output, seconds); what clang-tidy says of warnings it suppressed is left out."""
-    start = time.monotonic()
-    done = subprocess.run([TIDY, "--quiet", "-p", str(COMMANDS), str(source)], cwd=ROOT, text=True, errors="replace",
-                          stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
+def batches(pending, sources):
+    """The files in lists of at most BATCH of one folder, whose commands differ in nothing but the file."""
+    alike = {}
+    for source in pending:
+        command = re.sub(r" -o \S+", "", sources[source]["command"]).replace(str(source), "")
+        alike.setdefault((source.parent, command), []).append(source)
+    return [group[i:i + BATCH] for group in alike.values() for i in range(0, len(group), BATCH)]
+
+
+def joined(batch):
+    """One text of the files' texts, each header named once."""
+    seen, parts = set(), []
+    for source in batch:
+        lines = source.read_text(encoding="utf-8").splitlines(keepends=True)
+        included = {line for line in lines if INCLUDE.match(line.encode())}
+        parts += ["\n" if line in seen else line for line in lines]
+        seen |= included
+    return "".join(parts)
+
+
+def run(folder, source):
+    """(exit status, output); what clang-tidy says of warnings it suppressed is left out."""
+    done = subprocess.run([TIDY, "--quiet", f"--config-file={ROOT / '.clang-tidy'}", "-p", str(folder), str(source)],
+                          cwd=ROOT, text=True, errors="replace", stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                          check=False)
     output = done.stdout
     if done.returncode != 0:
         output += "\n".join(line for line in done.stderr.splitlines() if not re.match(r"\d+ (warnings|errors)", line))
-    return done.returncode, output.strip(), time.monotonic() - start
+    return done.returncode, output.strip()
+
+
+def tidy(batch, sources):
+    """Checks the files together: [(file, exit status, output)]."""
+    if len(batch) == 1:
+        return [(batch[0], *run(COMMANDS, batch[0]))]
+    entry = sources[batch[0]]
+    with tempfile.TemporaryDirectory() as name:
+        folder = pathlib.Path(name)
+        together = folder / batch[0].name
+        together.write_text(joined(batch), encoding="utf-8")
+        command = f"{entry['command'].replace(str(batch[0]), str(together))} -I{batch[0].parent}"
+        (folder / "compile_commands.json").write_text(
+            json.dumps([{**entry, "command": command, "file": str(together)}]), encoding="utf-8")
+        status, _ = run(folder, together)
+    if status == 0:
+        return [(source, 0, "") for source in batch]
+    half = len(batch) // 2
+    return tidy(batch[:half], sources) + tidy(batch[half:], sources)
 
 
 def main():
@@ -132,18 +175,20 @@ def main():
     print(f"tidy: {len(pending)} of {len(sources)} files to check", flush=True)
 
     failed = []
+    done = 0
+    start = time.monotonic()
     with concurrent.futures.ThreadPoolExecutor(max_workers=max(1, options.jobs)) as pool:
-        running = {pool.submit(tidy, source): source for source in pending}
-        for done, future in enumerate(concurrent.futures.as_completed(running), 1):
-            source = running[future]
-            status, output, seconds = future.result()
-            name = source.relative_to(ROOT)
-            print(f"[{done}/{len(pending)}] {name} ({seconds:.0f} s){'' if status == 0 else ' FAILED'}", flush=True)
-            if status == 0:
-                (CACHE / keys[source]).write_text(f"{name}\n", encoding="utf-8")
-            else:
-                failed.append(name)
-                print(output, flush=True)
+        running = [pool.submit(tidy, batch, sources) for batch in batches(pending, sources)]
+        for future in concurrent.futures.as_completed(running):
+            for source, status, output in future.result():
+                name = source.relative_to(ROOT)
+                if status == 0:
+                    (CACHE / keys[source]).write_text(f"{name}\n", encoding="utf-8")
+                else:
+                    failed.append(name)
+                    print(f"{name}: FAILED\n{output}", flush=True)
+            done += len(future.result())
+            print(f"[{done}/{len(pending)}] at {time.monotonic() - start:.0f} s", flush=True)
     for name in sorted(failed):
         print(f"tidy: {name} failed")
     return 1 if failed else 0
