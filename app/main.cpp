@@ -1,6 +1,7 @@
 #include "app/bars/SampleBars.h"
 #include "app/chart/BarProgress.h"
 #include "app/demo/DemoGestures.h"
+#include "app/demo/Gallery.h"
 #include "app/picture/RenderOptions.h"
 #include "app/picture/Renderer.h"
 #include "app/window/Appearance.h"
@@ -65,6 +66,16 @@ void tellProblems(const BarReadResult& bars)
         print(stderr, reason);
     if (bars.skippedRows > 0)
         print(stderr, bars.summary());
+}
+
+int drawGallery(const QString& folder)
+{
+    const QTemporaryDir figures;
+    QZFrameComFun::setRootFolder(figures.path());
+    const QString failure = Gallery().write(folder, [](const QString& file) { print(stdout, file); });
+    if (!failure.isNull())
+        print(stderr, failure);
+    return failure.isNull() ? 0 : failed;
 }
 
 int renderPictures(const RenderOptions& options)
@@ -150,7 +161,7 @@ std::unique_ptr<QCoreApplication> createApplication(int& argc, char** argv)
     for (const char* argument : std::span(argv, static_cast<std::size_t>(argc))) {
         if (std::strncmp(argument, "--generate-samples", 18) == 0 || std::strcmp(argument, "--help") == 0)
             return std::make_unique<QCoreApplication>(argc, argv);
-        if (RenderOptions::isAsked(argument)) {
+        if (RenderOptions::isAsked(argument) || std::strncmp(argument, "--gallery", 9) == 0) {
             if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
                 qputenv("QT_QPA_PLATFORM", "offscreen");
             QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false\nqz.linepaint.warning=false"));
@@ -180,10 +191,13 @@ int main(int argc, char** argv)
     const QCommandLineOption samples(QStringLiteral("generate-samples"),
                                      QStringLiteral("Write the sample bars to the folder DIR and exit."),
                                      QStringLiteral("DIR"));
+    const QCommandLineOption gallery(QStringLiteral("gallery"),
+                                     QStringLiteral("Write a picture of each drawing tool to the folder DIR and exit."),
+                                     QStringLiteral("DIR"));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("A stock chart to draw on."));
     parser.addHelpOption();
-    parser.addOptions({demo, theme, samples});
+    parser.addOptions({demo, theme, samples, gallery});
     const RenderOptions pictures(parser);
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("Delimited text files of bars, or folders of them."),
@@ -195,6 +209,8 @@ int main(int argc, char** argv)
         print(stderr, QStringLiteral("qzchart: no theme named %1").arg(parser.value(theme)));
         return unusable;
     }
+    if (parser.isSet(gallery))
+        return drawGallery(parser.value(gallery));
     if (pictures.isChosen())
         return renderPictures(pictures);
 

@@ -35,6 +35,8 @@ public:
     /// Only the lowest pane writes the dates.
     void setDateAxisVisible(bool visible);
 
+    void setLegendVisible(bool visible) { reading_->setLegendVisible(visible); }
+
     /// Takes the values' range from the visible bars. Returns the width that the value axis needs (px).
     int fitValues();
     /// Shows bars and figures at the viewport's present place, with a value axis `axisWidth` px wide.

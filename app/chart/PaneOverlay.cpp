@@ -49,6 +49,12 @@ void PaneOverlay::setLegend(std::vector<LegendPart> legend)
     update();
 }
 
+void PaneOverlay::setLegendVisible(bool visible)
+{
+    isLegendVisible_ = visible;
+    update();
+}
+
 void PaneOverlay::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
@@ -95,6 +101,8 @@ void PaneOverlay::paintTag(QPainter& painter, const QString& text, QPointF ancho
 
 void PaneOverlay::paintLegend(QPainter& painter) const
 {
+    if (!isLegendVisible_)
+        return;
     const QFontMetricsF metrics(font());
     painter.setFont(font());
     double x = plot_.left() + legendInset;

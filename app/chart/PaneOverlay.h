@@ -32,6 +32,7 @@ public:
     void setTheme(const ChartTheme& theme);
     void setCrosshair(std::optional<Crosshair> crosshair);
     void setLegend(std::vector<LegendPart> legend);
+    void setLegendVisible(bool visible);
     [[nodiscard]] const std::vector<LegendPart>& legend() const { return legend_; }
     [[nodiscard]] const std::optional<Crosshair>& crosshair() const { return crosshair_; }
 
@@ -50,4 +51,5 @@ private:
     ChartTheme theme_;
     std::optional<Crosshair> crosshair_;
     std::vector<LegendPart> legend_;
+    bool isLegendVisible_ = true;
 };

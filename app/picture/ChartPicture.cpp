@@ -12,6 +12,7 @@
 #include <QSaveFile>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -28,6 +29,8 @@ void paint(QCPPainter& painter, const ChartSplitView& chart)
 {
     painter.fillRect(chart.rect(), ChartTheme::current().background);
     for (const ChartPane* pane : chart.panes()) {
+        if (!pane->isVisibleTo(&chart))
+            continue;
         const QPoint corner = pane->mapTo(&chart, QPoint());
         painter.save();
         painter.translate(corner);
