@@ -1,3 +1,4 @@
+#include "app/bars/BarFiles.h"
 #include "app/bars/SampleBars.h"
 #include "app/chart/BarProgress.h"
 #include "app/demo/DemoGestures.h"
@@ -106,7 +107,7 @@ int showFiles(ChartWindow& window, const QStringList& named)
     if (named.isEmpty() && window.restoreFiles())
         return 0;
     const QStringList paths = named.isEmpty() ? QStringList(dailySamplePath()) : named;
-    const QStringList files = WatchList::barFiles(paths);
+    const QStringList files = barFiles(paths);
     if (files.size() > 1) {
         window.showFiles(paths); // the list tells of each what is wrong with it
         return 0;

@@ -45,6 +45,7 @@ Gallery::Gallery(QSize pictureSize) : pane_(*chart_.panes().front())
         pane->setVisible(pane == &pane_);
     pane_.setDateAxisVisible(true);
     pane_.setLegendVisible(false);
+    chart_.setAveragesVisible(false);
     chart_.setChartData(std::make_shared<const ChartData>(readBars(dailySamplePath()).series));
     chart_.setEnablePaintControl(true);
     chart_.setSupportPaint(true);

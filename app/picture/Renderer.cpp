@@ -1,5 +1,6 @@
 #include "app/picture/Renderer.h"
 
+#include "app/bars/BarFiles.h"
 #include "app/bars/BarReader.h"
 #include "app/calendar/ChartCycle.h"
 #include "app/calendar/Resample.h"
@@ -9,7 +10,6 @@
 #include "platform/QZGlobalEnv.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <vector>
@@ -22,31 +22,6 @@ struct Job {
     QString stock;
     QZPaintCycle cycle;
 };
-
-/// The files of bars that were named, folders taken apart, each once.
-QStringList filesOf(const QStringList& named)
-{
-    static const QStringList barFiles{QStringLiteral("*.csv"), QStringLiteral("*.tsv"), QStringLiteral("*.txt")};
-    QStringList files;
-    QStringList seen;
-    const auto add = [&](const QString& path) {
-        const QString real = QFileInfo(path).canonicalFilePath(); // empty where there is none
-        if (!real.isEmpty() && seen.contains(real))
-            return;
-        seen.append(real);
-        files.append(path);
-    };
-    for (const QString& path : named) {
-        if (!QFileInfo(path).isDir()) {
-            add(path);
-            continue;
-        }
-        const QDir folder(path);
-        for (const QString& name : folder.entryList(barFiles, QDir::Files, QDir::Name))
-            add(folder.filePath(name));
-    }
-    return files;
-}
 
 /// Why what the sheet shows was not written, null if it was.
 QString writePicture(PictureSheet& sheet, const RenderRequest& request, const QString& stock, const QString& path)
@@ -111,7 +86,7 @@ int Renderer::renderAll(const RenderRequest& request) const
     int status = done;
     std::vector<Job> jobs;
     QStringList stocks;
-    for (const QString& file : filesOf(request.stocks)) {
+    for (const QString& file : barFiles(request.stocks)) {
         const BarReadResult read = readBars(file);
         const QString stock = read.series.name();
         if (!read.isOk()) {

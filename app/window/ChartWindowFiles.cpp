@@ -1,3 +1,4 @@
+#include "app/bars/BarFiles.h"
 #include "app/chart/BarProgress.h"
 #include "app/chart/ChartSplitView.h"
 #include "app/window/ChartWindow.h"
@@ -39,7 +40,7 @@ bool ChartWindow::openFileIn(ChartWindow& target)
 {
     const QString path = QFileDialog::getOpenFileName(
         this, tr("Open bars"), startFolder(),
-        tr("Bars (%1);;All files (*)").arg(WatchList::namePatterns().join(QLatin1Char(' '))));
+        tr("Bars (%1);;All files (*)").arg(barFilePatterns().join(QLatin1Char(' '))));
     if (path.isEmpty())
         return false;
     const BarReadResult result = readBarsShowingProgress(path, this);
@@ -58,12 +59,12 @@ void ChartWindow::openFolder()
     if (!folder.isEmpty() && !showFiles({folder}))
         QMessageBox::warning(this, tr("Open a folder of bars"),
                              tr("%1 holds no bars: no file ends in %2")
-                                 .arg(folder, WatchList::namePatterns().join(QLatin1String(", "))));
+                                 .arg(folder, barFilePatterns().join(QLatin1String(", "))));
 }
 
 bool ChartWindow::showFiles(const QStringList& paths)
 {
-    const QStringList files = WatchList::barFiles(paths);
+    const QStringList files = barFiles(paths);
     if (files.isEmpty())
         return false;
     watchList_->setFiles(files);
@@ -91,7 +92,7 @@ void ChartWindow::restorePlace()
 bool ChartWindow::restoreFiles()
 {
     const bool isListClosed = Preferences::value(Preferences::docks).isValid() && watchList_->isHidden();
-    QStringList files = WatchList::barFiles(Preferences::value(Preferences::listed).toStringList());
+    QStringList files = barFiles(Preferences::value(Preferences::listed).toStringList());
     watchList_->setFiles(files);
     watchList_->setVisible(watchList_->isVisibleTo(this) && !isListClosed);
     files.prepend(Preferences::value(Preferences::shown).toString());

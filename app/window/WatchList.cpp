@@ -5,8 +5,6 @@
 #include "app/chart/AxisTicks.h"
 #include "app/chart/ChartTheme.h"
 
-#include <QCollator>
-#include <QDir>
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -14,7 +12,6 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <array>
 
 namespace {
@@ -79,32 +76,6 @@ WatchList::~WatchList()
 {
     readers_.clear();
     readers_.waitForDone();
-}
-
-QStringList WatchList::namePatterns()
-{
-    return {QStringLiteral("*.csv"), QStringLiteral("*.tsv"), QStringLiteral("*.txt")};
-}
-
-QStringList WatchList::barFiles(const QStringList& paths)
-{
-    // The C locale has no collation.
-    QCollator byName(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
-    byName.setNumericMode(true);
-    QStringList files;
-    for (const QString& path : paths) {
-        if (!QFileInfo(path).isDir()) {
-            files << path;
-            continue;
-        }
-        const QDir folder(path);
-        QStringList names = folder.entryList(namePatterns(), QDir::Files);
-        std::ranges::sort(
-            names, [&byName](const QString& left, const QString& right) { return byName.compare(left, right) < 0; });
-        for (const QString& name : names)
-            files << folder.filePath(name);
-    }
-    return files;
 }
 
 void WatchList::setFiles(const QStringList& paths)

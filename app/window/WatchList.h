@@ -19,11 +19,6 @@ public:
     explicit WatchList(QWidget* parent);
     ~WatchList() override;
 
-    /// The files that `paths` name, a folder standing for those in it that may be bars, in the order of their names.
-    [[nodiscard]] static QStringList barFiles(const QStringList& paths);
-    /// What file dialogs offer, as "*.csv".
-    [[nodiscard]] static QStringList namePatterns();
-
     /// Lists other files, and shows itself if there are several.
     void setFiles(const QStringList& paths);
     /// Marks the file on show; none if it is not in the list.
