@@ -1,6 +1,7 @@
 // Pictures per second of `qzchart --render`, for a stock with 300 stored figures: reading the bars, copying and loading
 // the figures, drawing and writing, as in one run of the program after another.
 
+#include "app/bars/BarReader.h"
 #include "app/bars/SampleBars.h"
 #include "app/picture/PictureSheet.h"
 #include "app/picture/Renderer.h"
@@ -69,10 +70,12 @@ int main(int argc, char** argv)
         return 1;
     benchmark::Initialize(&argc, argv);
     std::vector<RenderRequest> requests;
-    for (const char* suffix : {"png", "svg", "pdf"})
-        requests.push_back({.target = folder.filePath(QStringLiteral("picture.") + QLatin1String(suffix)),
-                            .stocks = {bars},
-                            .size = pictureSize});
+    for (const char* suffix : {"png", "svg", "pdf"}) {
+        RenderRequest& request = requests.emplace_back();
+        request.target = folder.filePath(QStringLiteral("picture.") + QLatin1String(suffix));
+        request.stocks = QStringList(bars);
+        request.size = pictureSize;
+    }
     for (const RenderRequest& request : requests)
         benchmark::RegisterBenchmark(
             qPrintable(QStringLiteral("--render %1, 300 figures").arg(request.target.right(3))),
