@@ -125,7 +125,8 @@ void Gallery::clear()
     pane_.removeRangeStatisticsGraph();
     const auto layer = pane_.paintLayer();
     layer->cancelCurrentGraph();
-    for (const auto& graph : *layer->graphs().snapshot())
+    const auto graphs = layer->graphs().snapshot();
+    for (const auto& graph : *graphs)
         layer->removeGraph(*graph);
 }
 
