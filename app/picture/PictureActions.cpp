@@ -33,7 +33,7 @@ void exportPicture(const ChartSplitView& chart)
                        tr("PNG picture (*.png);;SVG drawing (*.svg);;PDF document (*.pdf)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     const auto followFilter = [&dialog](const QString& filter) {
-        dialog.setDefaultSuffix(filter.section(QStringLiteral("*."), 1).chopped(1));
+        dialog.setDefaultSuffix(filter.section(QStringLiteral("*."), 1).section(u')', 0, 0));
     };
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
     followFilter(dialog.selectedNameFilter());
