@@ -1,5 +1,6 @@
 #include "app/bars/BarFiles.h"
 #include "app/bars/SampleBars.h"
+#include "app/chart/AxisTicks.h"
 #include "app/chart/BarProgress.h"
 #include "app/demo/DemoGestures.h"
 #include "app/demo/Gallery.h"
@@ -10,7 +11,9 @@
 #include "app/window/Preferences.h"
 #include "model/QZPaintOptions.h"
 #include "platform/QZFrameComFun.h"
+#include "platform/QZGetFixData.h"
 #include "platform/QZGlobalEnv.h"
+#include "platform/QZLog.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -21,12 +24,17 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <span>
 
 namespace {
+
+Q_LOGGING_CATEGORY(qzchart, "qzchart", QtInfoMsg)
 
 constexpr int failed = 1;
 constexpr int unusable = 2;
@@ -156,6 +164,24 @@ int playDemo(const QStringList& named, const QString& picturePath)
     return 0;
 }
 
+/// Large numbers look alike on the axes, in the legends and on the figures.
+void writeNumbersAlike()
+{
+    setFixDataFormatter(
+        [](double value, int /*decimals*/) { return std::isfinite(value) ? volumeText(value) : QStringLiteral("--"); });
+}
+
+/// The store tells of all that it does; what is no trouble is no news on a terminal.
+void silenceRoutine()
+{
+    setBusCommonLogSink([](const QString& line) {
+        constexpr std::array routine{"Empty result set", "Opened new database", "Closed database",
+                                     "Login user changed"};
+        if (std::ranges::none_of(routine, [&line](const char* start) { return line.startsWith(QLatin1String(start)); }))
+            qCWarning(qzchart).noquote() << line;
+    });
+}
+
 /// What needs no window needs no display either, and what Qt misses on a server is no news there.
 std::unique_ptr<QCoreApplication> createApplication(int& argc, char** argv)
 {
@@ -165,7 +191,7 @@ std::unique_ptr<QCoreApplication> createApplication(int& argc, char** argv)
         if (RenderOptions::isAsked(argument) || std::strncmp(argument, "--gallery", 9) == 0) {
             if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
                 qputenv("QT_QPA_PLATFORM", "offscreen");
-            QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false\nqz.linepaint.warning=false"));
+            QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false\nqzchart.warning=false"));
         }
     }
     return std::make_unique<QApplication>(argc, argv);
@@ -177,6 +203,8 @@ int main(int argc, char** argv)
 {
     const auto application = createApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("qzchart"));
+    silenceRoutine();
+    writeNumbersAlike();
     QZPaintOptions::setCurrent({.bindsTexts = true,
                                 .failedLoadBarsSave = true,
                                 .keepsForeignRows = true,

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <optional>
+#include <span>
 
 namespace {
 
@@ -213,11 +214,14 @@ QString volumeText(double volume)
 {
     struct Unit {
         double size;
-        char letter;
+        QStringView name;
     };
-    for (const Unit unit : {Unit{1e9, 'B'}, Unit{1e6, 'M'}, Unit{1e3, 'K'}}) {
+    constexpr std::array western{Unit{1e9, u"B"}, Unit{1e6, u"M"}, Unit{1e3, u"K"}};
+    constexpr std::array chinese{Unit{1e8, u"亿"}, Unit{1e4, u"万"}};
+    const bool isChinese = QLocale().language() == QLocale::Chinese;
+    for (const Unit& unit : isChinese ? std::span<const Unit>(chinese) : std::span<const Unit>(western)) {
         if (std::abs(volume) >= unit.size)
-            return QString::number(volume / unit.size, 'g', 4) + QLatin1Char(unit.letter);
+            return QString::number(volume / unit.size, 'g', 4).append(unit.name);
     }
     return QString::number(volume, 'g', 4);
 }

@@ -19,7 +19,7 @@ std::vector<AxisTick> priceTicks(double low, double high, int maxCount, int deci
 /// the axis apart.
 std::vector<AxisTick> logarithmicTicks(double low, double high, int maxCount, int decimals = 0);
 
-/// As priceTicks() with thousands, millions and billions written as K, M and B.
+/// As priceTicks() with large numbers written as volumeText() does.
 std::vector<AxisTick> volumeTicks(double low, double high, int maxCount);
 
 /// Ticks at the first bar of each period between the bars `first` and `last`: ten years down to a minute, the finest
@@ -30,7 +30,7 @@ std::vector<AxisTick> dateTicks(const TradingCalendar& calendar, int first, int 
 /// A price, or a difference of prices, with the decimals of its series (BarSeries::priceDecimals); one that would be
 /// longer than a number is exact in six digits.
 QString priceText(double price, int decimals);
-/// "950", "12.5K", "3.46M", "1.2B".
+/// "950", "12.5K", "3.46M", "1.2B"; where Chinese is spoken "1.25万", "3.46亿".
 QString volumeText(double volume);
 /// "2024-01-02", with the minute for intraday bars.
 QString momentText(BarTime moment, bool intraday);

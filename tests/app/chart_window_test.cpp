@@ -1,4 +1,5 @@
 #include "ChartFixture.h"
+#include "app/chart/AxisTicks.h"
 #include "app/chart/ChartPalette.h"
 #include "app/chart/ChartTheme.h"
 #include "app/window/Appearance.h"
@@ -283,4 +284,19 @@ TEST_F(ChartTest, AToolIsKeptByItsKeyOrByShiftAtTheLastPoint)
     user.key(Qt::Key_Escape);
     EXPECT_EQ(chosen(), QZShapeTypeNone);
     EXPECT_EQ(candles.paintLayer()->graphs().count() + volumes.paintLayer()->graphs().count(), 3U);
+}
+
+TEST(VolumeText, IsWrittenAsTheLanguageCounts)
+{
+    const QLocale before;
+    const auto written = [](QLocale::Language language) {
+        QLocale::setDefault(QLocale(language));
+        QStringList texts;
+        for (const double volume : {950.0, 12500.0, -3.46e8, 1.2e9})
+            texts << volumeText(volume);
+        return texts.join(u' ').toStdString();
+    };
+    EXPECT_EQ(written(QLocale::English), "950 12.5K -346M 1.2B");
+    EXPECT_EQ(written(QLocale::Chinese), "950 1.25万 -3.46亿 12亿");
+    QLocale::setDefault(before);
 }
