@@ -44,7 +44,11 @@ int PictureSheet::show(const BarSeries& series, QZPaintCycle cycle)
 {
     chart_.setChartData(
         std::make_shared<const ChartData>(cycle == cycleOf(series) ? series : resampled(series, cycle)));
-    return loadFigures(series.name(), cycle);
+    const int count = loadFigures(series.name(), cycle);
+    // Whoever drew on the MACD had it on the screen.
+    chart_.setMacdVisible(chart_.panes().back()->paintLayer()->graphs().count() > 0);
+    QCoreApplication::sendPostedEvents();
+    return count;
 }
 
 QString PictureSheet::showRange(std::optional<BarTime> from, std::optional<BarTime> to)
