@@ -103,8 +103,24 @@ void ChartSplitView::setChartData(const std::shared_ptr<const ChartData>& shown)
 {
     for (ChartPane* pane : panes_)
         pane->setChartData(shown);
-    viewport_.reset(shown->series.size());
+    resetView();
     Q_EMIT scaleChanged();
+}
+
+void ChartSplitView::resetView()
+{
+    const ChartData& shown = *prices_->chartData();
+    if (!shown.isLine || shown.series.isEmpty()) {
+        viewport_.reset(shown.series.size());
+        return;
+    }
+    // Also what is still to come of the newest day.
+    constexpr std::int32_t endOfDay = 240000; // hhmmss
+    const std::vector<Bar>& bars = shown.series.bars();
+    const int first = shown.calendar.indexOf({bars.front().date, 0});
+    const int end = shown.calendar.indexOf({bars.back().date, endOfDay});
+    viewport_.reset(end);
+    viewport_.show(first, end - 1);
 }
 
 void ChartSplitView::applyTheme()

@@ -37,8 +37,10 @@ public:
     /// Prices and volumes, and the MACD if it is wanted.
     [[nodiscard]] std::vector<ChartPane*> shownPanes() const;
 
-    /// Shows other bars, the most recent ones first. Figures stay at their dates.
+    /// Shows other bars: the most recent candles, or the whole days of a line chart. Figures stay at their dates.
     void setChartData(const std::shared_ptr<const ChartData>& shown);
+    /// Shows the stretch of time that is shown at first.
+    void resetView();
     void applyTheme();
     /// Moving averages in the pane of prices; shown at first.
     void setAveragesVisible(bool visible) { averages_->setChecked(visible); }
