@@ -1,6 +1,7 @@
 #include "app/calendar/Resample.h"
 
 #include "app/bars/CivilDate.h"
+#include "app/calendar/ChartCycle.h"
 
 #include <algorithm>
 #include <array>
@@ -77,19 +78,40 @@ void append(Bar& whole, const Bar& part)
     whole.volume += part.volume;
 }
 
+/// Where the last days of a series begin, as many as there are up to `most`, the last one first.
+std::vector<std::size_t> lastDays(const BarSeries& series, std::size_t most)
+{
+    const std::vector<Bar>& bars = series.bars();
+    std::vector<std::size_t> starts;
+    for (std::size_t i = bars.size(); i > 0 && starts.size() < most; --i) {
+        if (i == 1 || bars[i - 2].date != bars[i - 1].date)
+            starts.push_back(i - 1);
+    }
+    return starts;
+}
+
 } // namespace
 
-std::vector<QZPaintCycle> longerCycles(QZPaintCycle base)
+std::vector<QZPaintCycle> cyclesFor(const BarSeries& series)
 {
-    std::vector<QZPaintCycle> longer;
-    for (const Cycle& each : cycles)
-        if (each.cycle == base || !longer.empty())
-            longer.push_back(each.cycle);
-    return longer;
+    std::vector<QZPaintCycle> found;
+    if (series.isIntraday()) {
+        const std::size_t days = lastDays(series, QZPCRealTimeCycle10Day).size();
+        for (std::size_t count = 1; count <= days; ++count)
+            found.push_back(static_cast<QZPaintCycle>(count));
+    }
+    const auto* base = std::ranges::find(cycles, cycleOf(series), &Cycle::cycle);
+    std::transform(base, cycles.end(), std::back_inserter(found), [](const Cycle& each) { return each.cycle; });
+    return found;
 }
 
 BarSeries resampled(const BarSeries& series, QZPaintCycle cycle)
 {
+    if (isLineCycle(cycle)) {
+        const auto days = lastDays(series, cycle);
+        const auto first = days.empty() ? 0 : static_cast<std::ptrdiff_t>(days.back());
+        return {series.name(), {series.bars().begin() + first, series.bars().end()}};
+    }
     const int length = rowOf(cycle).minutes;
     const std::vector<int> starts = sessionStarts(series);
     const auto periodOf = [&](const Bar& bar) -> std::pair<std::int64_t, int> {
@@ -118,5 +140,7 @@ BarSeries resampled(const BarSeries& series, QZPaintCycle cycle)
 
 QString cycleName(QZPaintCycle cycle)
 {
+    if (isLineCycle(cycle))
+        return QStringLiteral("%1-day line").arg(static_cast<int>(cycle));
     return QString::fromLatin1(rowOf(cycle).name);
 }

@@ -14,6 +14,15 @@ struct Session {
     std::size_t count = 0;
 };
 
+std::vector<BarTime> timesOf(const BarSeries& series)
+{
+    std::vector<BarTime> times;
+    times.reserve(series.bars().size());
+    for (int index = 0; index < series.size(); ++index)
+        times.push_back(series.timeAt(index));
+    return times;
+}
+
 std::vector<Session> sessionsOf(const std::vector<BarTime>& times)
 {
     std::vector<Session> sessions;
@@ -73,22 +82,20 @@ int toIndex(std::int64_t index)
 
 } // namespace
 
-TradingCalendar::TradingCalendar(const BarSeries& series) : slots_{0}, intraday_(series.isIntraday())
+TradingCalendar::TradingCalendar(const BarSeries& series, const BarSeries& history)
+    : times_(timesOf(series)), slots_{0}, intraday_(series.isIntraday())
 {
-    times_.reserve(series.bars().size());
-    for (int index = 0; index < series.size(); ++index)
-        times_.push_back(series.timeAt(index));
     if (!times_.empty()) {
         firstDay_ = dayNumber(times_.front().date);
         lastDay_ = dayNumber(times_.back().date);
     }
-    const DayLattice lattice = DayLattice::of(series);
+    const DayLattice lattice = DayLattice::of(history);
     before_ = lattice.anchoredAt(firstDay_);
     after_ = lattice.anchoredAt(lastDay_);
     previousOrdinal_ = before_.lastBeforePeriodOf(firstDay_);
     nextOrdinal_ = after_.firstAfterPeriodOf(lastDay_);
     if (intraday_) {
-        slots_ = usualTimes(times_);
+        slots_ = usualTimes(timesOf(history));
         missingAtStart_ = slotsBefore(times_.front().time);
         missingAtEnd_ = slotCount() - slotsBefore(times_.back().time + 1);
     }

@@ -16,7 +16,9 @@ public:
     TradingCalendar() : TradingCalendar(BarSeries()) {}
 
     /// Copies what it needs of the series. Without bars index 0 is 1970-01-01 in a Monday-to-Friday week.
-    explicit TradingCalendar(const BarSeries& series);
+    explicit TradingCalendar(const BarSeries& series) : TradingCalendar(series, series) {}
+    /// The same with the habits of `history`, whose last bars the series is.
+    TradingCalendar(const BarSeries& series, const BarSeries& history);
 
     [[nodiscard]] int size() const { return static_cast<int>(times_.size()); }
     [[nodiscard]] bool isIntraday() const { return intraday_; }

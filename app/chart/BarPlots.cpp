@@ -26,9 +26,7 @@ void BarPlot::draw(QCPPainter* painter)
     }
     const int first = std::max(0, static_cast<int>(std::floor(range.lower)));
     const int last = std::min(data_->series.size() - 1, static_cast<int>(std::ceil(range.upper)));
-    // A gap of at least a pixel to the neighbour, as long as there is room for one.
-    const int body = std::max(1, static_cast<int>(std::floor(std::min(barWidth * 0.72, barWidth - 1))));
-    const int width = body % 2 == 0 ? body - 1 : body;
+    const int width = barBodyWidth();
     for (int i = first; i <= last; ++i)
         drawColored(*painter, data_->series.at(i), {static_cast<int>(std::floor(keyAxis()->coordToPixel(i))), width});
 }

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -22,7 +23,10 @@ constexpr double flatSpace = 0.01;
 } // namespace
 
 CandlePane::CandlePane(const ChartViewport& viewport, QWidget* parent)
-    : ChartPane(viewport, parent), lastPrice_(new QCPItemText(plot()))
+    : ChartPane(viewport, parent),
+      closeLine_(new LinePlot(timeAxis(), valueAxis())),
+      dayAverage_(new LinePlot(timeAxis(), valueAxis())),
+      lastPrice_(new QCPItemText(plot()))
 {
     setObjectName(QStringLiteral("candles"));
     setBarPlot(new CandlePlot(timeAxis(), valueAxis()));
@@ -42,17 +46,43 @@ CandlePane::CandlePane(const ChartViewport& viewport, QWidget* parent)
 
 void CandlePane::setChartData(std::shared_ptr<const ChartData> shown)
 {
+    const std::vector<Bar>& bars = shown->series.bars();
     const std::vector<double> closes = closesOf(shown->series);
     for (const Average& average : averages_)
         average.line->setValues(simpleMovingAverage(closes, average.length));
+    closes_.clear();
+    closeLine_->setValues({});
+    dayAverage_->setValues({});
+    if (shown->isLine) {
+        closes_.reserve(bars.size());
+        for (const Bar& bar : bars)
+            closes_.push_back({bar.date, bar.time, bar.close, bar.close, bar.close, bar.close, bar.volume});
+        closeLine_->setValues(closes);
+        std::vector<double> averages = dayAveragePrice(bars);
+        for (std::size_t i = 0; i < bars.size(); ++i) {
+            if (i == 0 || bars[i].date != bars[i - 1].date)
+                averages[i] = std::nan("");
+        }
+        dayAverage_->setValues(std::move(averages));
+    }
     ChartPane::setChartData(std::move(shown));
+    showPlots();
+}
+
+void CandlePane::showPlots()
+{
+    const bool isLine = chartData()->isLine;
+    barPlot()->setVisible(!isLine);
+    closeLine_->setVisible(isLine);
+    dayAverage_->setVisible(isLine);
+    for (const Average& average : averages_)
+        average.line->setVisible(showsAverages_ && !isLine);
 }
 
 void CandlePane::setAveragesVisible(bool visible)
 {
     showsAverages_ = visible;
-    for (const Average& average : averages_)
-        average.line->setVisible(visible);
+    showPlots();
 }
 
 void CandlePane::applyTheme(const ChartTheme& theme)
@@ -62,13 +92,32 @@ void CandlePane::applyTheme(const ChartTheme& theme)
     barPlot()->setColors(up_, down_);
     for (std::size_t i = 0; i < averages_.size(); ++i)
         averages_[i].line->setColor(theme.lines.at(i));
+    dayAverage_->setColor(theme.lines[0]);
+    closeLine_->setColor(theme.lines[1]);
     lastPrice_->setColor(theme.background);
     ChartPane::applyTheme(theme);
 }
 
+PriceRange CandlePane::lineRange(int first, int last) const
+{
+    PriceRange range{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+    const int from = std::max(first, 0);
+    const int to = std::min(last, chartData()->series.size() - 1);
+    for (auto i = static_cast<std::size_t>(from); i < static_cast<std::size_t>(to + 1); ++i) {
+        for (const LinePlot* line : {closeLine_, dayAverage_}) {
+            // Comparisons with not-a-number leave the range as it is.
+            range.low = std::min(range.low, line->values()[i]);
+            range.high = std::max(range.high, line->values()[i]);
+        }
+    }
+    return range.low > range.high ? PriceRange{1, 2} : range;
+}
+
 PriceRange CandlePane::valueRange(int first, int last) const
 {
-    const PriceRange range = chartData()->series.priceRange(first, last).value_or(PriceRange{1, 2});
+    const PriceRange range = chartData()->isLine
+                                 ? lineRange(first, last)
+                                 : chartData()->series.priceRange(first, last).value_or(PriceRange{1, 2});
     const double height = range.high - range.low;
     const double price = std::max(std::abs(range.low), std::abs(range.high));
     // A flat market has no height of its own.
@@ -113,21 +162,35 @@ std::vector<LegendPart> CandlePane::legendOf(int bar) const
         return LegendPart{name + QLatin1Char(' ') + valueText(value), {}};
     };
     std::vector<LegendPart> legend{{momentText(series.timeAt(bar), series.isIntraday()), {}}, price(u'C', shown.close)};
-    if (bar > 0) {
-        const double before = series.at(bar - 1).close;
-        const double change = shown.close - before;
+    if (const auto before = closeBefore(bar)) {
+        const double change = shown.close - *before;
         const QString sign = change > 0 ? QStringLiteral("+") : QString();
         legend.push_back({sign + valueText(change) + QStringLiteral(" (") + sign +
-                              QString::number(percentChange(before, shown.close), 'f', 2) + QStringLiteral("%)"),
+                              QString::number(percentChange(*before, shown.close), 'f', 2) + QStringLiteral("%)"),
                           change < 0 ? down_ : up_});
+    }
+    const auto addLine = [this, &legend, bar](const QString& name, const LinePlot& line) {
+        const double value = line.values().at(static_cast<std::size_t>(bar));
+        if (!std::isnan(value))
+            legend.push_back({name + QLatin1Char(' ') + valueText(value), line.pen().color()});
+    };
+    if (chartData()->isLine) {
+        addLine(QStringLiteral("Avg"), *dayAverage_);
+        return legend;
     }
     legend.insert(legend.end(), {price(u'O', shown.open), price(u'H', shown.high), price(u'L', shown.low)});
     for (const auto& [length, line] : averages_) {
-        const double average = line->values().at(static_cast<std::size_t>(bar));
-        if (showsAverages_ && !std::isnan(average))
-            legend.push_back({QStringLiteral("MA%1 %2").arg(length).arg(valueText(average)), line->pen().color()});
+        if (showsAverages_)
+            addLine(QStringLiteral("MA%1").arg(length), *line);
     }
     return legend;
+}
+
+std::optional<double> CandlePane::closeBefore(int bar) const
+{
+    const BarSeries& series = chartData()->series;
+    const int before = (chartData()->isLine ? series.lowerBound(series.at(bar).date, 0) : bar) - 1;
+    return before < 0 ? chartData()->closeBefore : std::optional(series.at(before).close);
 }
 
 std::optional<double> CandlePane::taggedValue() const

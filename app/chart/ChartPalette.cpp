@@ -55,17 +55,17 @@ bool ChartPalette::pressKey(int key)
     return true;
 }
 
-void ChartPalette::follow(bool isIntraday, std::int64_t paneTypes)
+void ChartPalette::follow(bool isLine, std::int64_t paneTypes)
 {
     QZPaintControl& palette = QZPaintControl::sharedManager();
     // The pane's tools narrow the profile's, so a profile that is set already has to be taken afresh.
     palette.setControlKey(QString());
-    palette.setControlKey(isIntraday ? QZPaintControlRealTimeKey : QZPaintControlCandlestickKey);
+    palette.setControlKey(isLine ? QZPaintControlRealTimeKey : QZPaintControlCandlestickKey);
     const std::uint64_t chartTypes = palette.enableTypes();
     palette.setEnableTypes(chartTypes & static_cast<std::uint64_t>(paneTypes));
 
     const QString otherChart =
-        isIntraday ? QObject::tr("%1 (not on an intraday chart)") : QObject::tr("%1 (only on an intraday chart)");
+        isLine ? QObject::tr("%1 (not on a line chart)") : QObject::tr("%1 (only on a line chart)");
     for (auto* button : palette.window().findChildren<QAbstractButton*>()) {
         const auto type = static_cast<std::uint64_t>(enumQZShapeType(button->objectName()));
         const QString& name = button->accessibleName();

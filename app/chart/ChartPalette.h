@@ -26,9 +26,9 @@ public:
     /// The button of a tool; null when the palette's interface has none.
     static QAbstractButton* button(QZShapeType type);
 
-    /// Enables what suits the chart's period and is among `paneTypes`, the active pane's tools. The others' tooltips
-    /// say why not.
-    static void follow(bool isIntraday, std::int64_t paneTypes);
+    /// Enables what suits the chart, of days' lines or of candles, and is among `paneTypes`, the active pane's tools.
+    /// The others' tooltips say why not.
+    static void follow(bool isLine, std::int64_t paneTypes);
 
 private:
     QWidget& window_;

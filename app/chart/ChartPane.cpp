@@ -82,7 +82,8 @@ void ChartPane::setChartData(std::shared_ptr<const ChartData> shown)
 {
     data_ = std::move(shown);
     fitAgain();
-    barPlot_->setData(data_);
+    if (barPlot_ != nullptr)
+        barPlot_->setData(data_);
 }
 
 void ChartPane::applyTheme(const ChartTheme& theme)

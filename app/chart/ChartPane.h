@@ -103,7 +103,7 @@ protected:
     /// After the scale changed, before the plot is drawn.
     virtual void updateDecoration() {}
 
-    /// Makes `plot`, which the chart owns from then on, the pane's marks.
+    /// Makes `plot`, which the chart owns from then on, the pane's marks; a pane may do without.
     void setBarPlot(BarPlot* plot) { barPlot_ = plot; }
     [[nodiscard]] BarPlot* barPlot() const { return barPlot_; }
     [[nodiscard]] QCustomPlot* plot() const { return plot_; }

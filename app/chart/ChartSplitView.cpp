@@ -1,8 +1,11 @@
 #include "app/chart/ChartSplitView.h"
 
 #include "app/chart/CandlePane.h"
+#include "app/chart/MacdPane.h"
 #include "app/chart/VolumePane.h"
+#include "panels/QZPaintControl.h"
 #include "surface/QZPaintLayer.h"
+#include "tools/QZPaintRangeStatistics.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -24,14 +27,17 @@ constexpr double stretchPerHeight = 2;
 } // namespace
 
 ChartSplitView::ChartSplitView(QWidget* parent)
-    : QZPaintSplitView(Qt::Vertical, parent), prices_(new CandlePane(viewport_, this))
+    : QZPaintSplitView(Qt::Vertical, parent),
+      prices_(new CandlePane(viewport_, this)),
+      macd_(new MacdPane(viewport_, this))
 {
     setHandleWidth(3);
     addPane(prices_, 3);
     addPane(new VolumePane(viewport_, this), 1);
-    panes_.back()->setDateAxisVisible(true);
-    averages_ = addViewAction(tr("Moving &averages"), true, [this](bool isOn) { prices_->setAveragesVisible(isOn); });
+    addPane(macd_, 1);
+    addViewActions();
     connect(&viewport_, &ChartViewport::changed, this, &ChartSplitView::refreshPanes);
+    showMacd(false);
     applyTheme();
 }
 
@@ -41,6 +47,12 @@ void ChartSplitView::addPane(ChartPane* pane, int stretch)
     addWidget(pane);
     pane->installEventFilter(this);
     setStretchFactor(count() - 1, stretch);
+}
+
+void ChartSplitView::addViewActions()
+{
+    averages_ = addViewAction(tr("Moving &averages"), true, [this](bool isOn) { prices_->setAveragesVisible(isOn); });
+    macdShown_ = addViewAction(tr("&MACD"), false, [this](bool isOn) { showMacd(isOn); });
 }
 
 template <typename Show>
@@ -57,12 +69,58 @@ QAction* ChartSplitView::addViewAction(const QString& name, bool isChecked, Show
     return action;
 }
 
+std::vector<ChartPane*> ChartSplitView::shownPanes() const
+{
+    std::vector<ChartPane*> shown = panes_;
+    if (!macdShown_->isChecked())
+        std::erase(shown, macd_);
+    return shown;
+}
+
+void ChartSplitView::showMacd(bool isShown)
+{
+    if (!isShown) {
+        if (activeView() == macd_) {
+            setActiveView(nullptr);
+            deselect();
+            QZPaintControl::sharedManager().resetAllButtons(false);
+            Q_EMIT activePaneChanged();
+            Q_EMIT drawingChanged();
+        }
+        if (macd_->paintLayer()->graphs().contains(QZPaintRangeStatistics::sharedGraph().get())) {
+            macd_->removeRangeStatisticsGraph();
+            Q_EMIT figuresRemoved();
+        }
+        // A widget that does not show keeps its place in the splitter, and clicks are dealt out by this rectangle.
+        macd_->setValidateRect({});
+    }
+    macd_->setVisible(isShown);
+    for (ChartPane* pane : panes_)
+        pane->setDateAxisVisible(pane == shownPanes().back());
+}
+
 void ChartSplitView::setChartData(const std::shared_ptr<const ChartData>& shown)
 {
     for (ChartPane* pane : panes_)
         pane->setChartData(shown);
-    viewport_.reset(shown->series.size());
+    resetView();
     Q_EMIT scaleChanged();
+}
+
+void ChartSplitView::resetView()
+{
+    const ChartData& shown = *prices_->chartData();
+    if (!shown.isLine || shown.series.isEmpty()) {
+        viewport_.reset(shown.series.size());
+        return;
+    }
+    // Also what is still to come of the newest day.
+    constexpr std::int32_t endOfDay = 240000; // hhmmss
+    const std::vector<Bar>& bars = shown.series.bars();
+    const int first = shown.calendar.indexOf({bars.front().date, 0});
+    const int end = shown.calendar.indexOf({bars.back().date, endOfDay});
+    viewport_.reset(end);
+    viewport_.show(first, end - 1);
 }
 
 void ChartSplitView::applyTheme()
@@ -79,9 +137,10 @@ void ChartSplitView::applyTheme()
 void ChartSplitView::refreshPanes()
 {
     int axisWidth = 0;
-    for (ChartPane* pane : panes_)
+    const auto panes = shownPanes();
+    for (ChartPane* pane : panes)
         axisWidth = std::max(axisWidth, pane->fitValues());
-    for (ChartPane* pane : panes_)
+    for (ChartPane* pane : panes)
         pane->refresh(axisWidth);
     pointAt(pointer_); // another bar may be there now
 }
@@ -281,12 +340,13 @@ void ChartSplitView::pointAt(std::optional<QPointF> position)
         const QPointF local = pane.mapFrom(this, pointer_.value_or(QPointF()));
         return QZPoint{local.x(), pane.height() - local.y()};
     };
+    const auto panes = shownPanes();
     const auto under = std::ranges::find_if(
-        panes_, [&](const ChartPane* pane) { return pointer_ && pane->scale().plot.contains(localTo(*pane)); });
+        panes, [&](const ChartPane* pane) { return pointer_ && pane->scale().plot.contains(localTo(*pane)); });
     std::optional<int> bar;
-    if (under != panes_.end())
+    if (under != panes.end())
         bar = (*under)->scale().barAt(localTo(**under).x);
-    for (auto pane = panes_.begin(); pane != panes_.end(); ++pane)
+    for (auto pane = panes.begin(); pane != panes.end(); ++pane)
         (*pane)->pointAt(bar, pane == under ? std::optional(localTo(**pane).y) : std::nullopt);
     Q_EMIT barPointedAt(bar);
 }

@@ -14,6 +14,7 @@
 #include <vector>
 
 class CandlePane;
+class MacdPane;
 
 /// The chart: panes over one time axis, one above the other. What the mouse does not do to a figure it does to the
 /// chart: dragging scrolls, the wheel zooms about the pointer (scrolls with Ctrl, or sideways). Arrow keys scroll, with
@@ -31,13 +32,20 @@ public:
     explicit ChartSplitView(QWidget* parent = nullptr);
 
     [[nodiscard]] ChartViewport& viewport() { return viewport_; }
+    /// All of them, also those that do not show: these keep their figures, and take no clicks.
     [[nodiscard]] const std::vector<ChartPane*>& panes() const { return panes_; }
+    /// Prices and volumes, and the MACD if it is wanted.
+    [[nodiscard]] std::vector<ChartPane*> shownPanes() const;
 
-    /// Shows other bars, the most recent ones first. Figures stay at their dates.
+    /// Shows other bars: the most recent candles, or the whole days of a line chart. Figures stay at their dates.
     void setChartData(const std::shared_ptr<const ChartData>& shown);
+    /// Shows the stretch of time that is shown at first.
+    void resetView();
     void applyTheme();
     /// Moving averages in the pane of prices; shown at first.
     void setAveragesVisible(bool visible) { averages_->setChecked(visible); }
+    /// The pane of the MACD below the others; not shown at first.
+    void setMacdVisible(bool visible) { macdShown_->setChecked(visible); }
     /// Checkable commands for what the chart shows beside the bars; owned by the chart.
     [[nodiscard]] QList<QAction*> viewActions() const { return viewActions_; }
 
@@ -62,7 +70,7 @@ Q_SIGNALS:
     void drawingChanged();
     /// The scale of prices was switched, or other bars are shown, which may have no logarithms.
     void scaleChanged();
-    /// The user deleted all figures, or was asked and kept them.
+    /// The user deleted all figures, or was asked and kept them; or a pane that held the band does not show any more.
     void figuresRemoved();
 
 protected:
@@ -77,8 +85,10 @@ protected:
 
 private:
     void addPane(ChartPane* pane, int stretch);
+    void addViewActions();
     template <typename Show>
     QAction* addViewAction(const QString& name, bool isChecked, Show show);
+    void showMacd(bool isShown);
     void refreshPanes();
     void startPanning(const QMouseEvent& event);
     void pan(QPointF position, bool movesValues);
@@ -97,10 +107,12 @@ private:
     void pointAt(std::optional<QPointF> position);
 
     ChartViewport viewport_;
-    CandlePane* prices_;
-    std::vector<ChartPane*> panes_; // owned as child widgets
+    CandlePane* prices_; // the panes are owned as child widgets
+    MacdPane* macd_;
+    std::vector<ChartPane*> panes_;
     QList<QAction*> viewActions_;
     QAction* averages_;
+    QAction* macdShown_;
     QPointer<ChartPane> pannedPane_;
     std::optional<QPointF> pointer_; ///< where the mouse is over the chart
     QPointF dragged_;                ///< where the mouse was last while panning or stretching

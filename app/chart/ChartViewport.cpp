@@ -43,6 +43,11 @@ void ChartViewport::zoom(double factor, double anchor)
     setRange(anchor - (anchor - first_) * span / span_, span);
 }
 
+void ChartViewport::show(int first, int last)
+{
+    setRange(first - 0.5, std::max(smallestSpan, last - first + 1.0));
+}
+
 void ChartViewport::showFirstBar()
 {
     setRange(-0.5 - endGap, span_);

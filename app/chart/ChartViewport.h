@@ -31,6 +31,8 @@ public:
     void scrollBy(double bars);
     /// Shows `factor` times as many bars and keeps the index `anchor` where it is, as far as the ends allow.
     void zoom(double factor, double anchor);
+    /// Shows the bars from one index to another, both whole, as far as the ends allow.
+    void show(int first, int last);
     void showFirstBar();
     void showLastBar();
 

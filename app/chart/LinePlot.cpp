@@ -75,13 +75,16 @@ void LinePlot::draw(QCPPainter* painter)
     const int first = std::max(0, static_cast<int>(std::floor(range.lower)) - 1);
     const int last = std::min(static_cast<int>(values_.size()) - 1, static_cast<int>(std::ceil(range.upper)) + 1);
     const int barsPerColumn = std::max(1, static_cast<int>(barsPerPixel));
-    painter->setAntialiasing(true);
+    // QCustomPlot's own switch also moves the painter, by an amount that is another one in a picture than on the
+    // screen.
+    painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(pen());
+    constexpr QPointF middleOfPixel(0.5, 0.5);
     for (const auto& run : lineRuns(values_, first, last, barsPerColumn)) {
         QPolygonF line;
         line.reserve(static_cast<qsizetype>(run.size()));
         for (const LinePoint point : run)
-            line << QPointF(keyAxis()->coordToPixel(point.bar), valueAxis()->coordToPixel(point.value));
+            line << QPointF(keyAxis()->coordToPixel(point.bar), valueAxis()->coordToPixel(point.value)) + middleOfPixel;
         painter->drawPolyline(line);
     }
 }

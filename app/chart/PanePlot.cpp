@@ -1,5 +1,8 @@
 #include "app/chart/PanePlot.h"
 
+#include <algorithm>
+#include <cmath>
+
 double PanePlot::selectTest(const QPointF& /*pos*/, bool /*onlySelectable*/, QVariant* /*details*/) const
 {
     return -1;
@@ -19,3 +22,10 @@ QCPRange PanePlot::getValueRange(bool& foundRange, QCP::SignDomain /*inSignDomai
 }
 
 void PanePlot::drawLegendIcon(QCPPainter* /*painter*/, const QRectF& /*rect*/) const {}
+
+int PanePlot::barBodyWidth() const
+{
+    const double barWidth = keyAxis()->axisRect()->width() / keyAxis()->range().size();
+    const int body = std::max(1, static_cast<int>(std::floor(std::min(barWidth * 0.72, barWidth - 1))));
+    return body % 2 == 0 ? body - 1 : body;
+}

@@ -12,5 +12,8 @@ public:
     QCPRange getValueRange(bool& foundRange, QCP::SignDomain inSignDomain, const QCPRange& inKeyRange) const override;
 
 protected:
+    /// Width of a bar's body or column (px): odd, so that there is a middle, and with a gap of at least a pixel to the
+    /// neighbour as long as there is room for one.
+    [[nodiscard]] int barBodyWidth() const;
     void drawLegendIcon(QCPPainter* painter, const QRectF& rect) const override;
 };

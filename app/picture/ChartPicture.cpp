@@ -28,9 +28,7 @@ QString translated(const char* text)
 void paint(QCPPainter& painter, const ChartSplitView& chart)
 {
     painter.fillRect(chart.rect(), ChartTheme::current().background);
-    for (const ChartPane* pane : chart.panes()) {
-        if (!pane->isVisibleTo(&chart))
-            continue;
+    for (const ChartPane* pane : chart.shownPanes()) {
         const QPoint corner = pane->mapTo(&chart, QPoint());
         painter.save();
         painter.translate(corner);

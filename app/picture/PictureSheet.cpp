@@ -1,7 +1,5 @@
 #include "app/picture/PictureSheet.h"
 
-#include "app/calendar/ChartCycle.h"
-#include "app/calendar/Resample.h"
 #include "surface/QZPaintLayer.h"
 
 #include <QCoreApplication>
@@ -42,9 +40,12 @@ int PictureSheet::loadFigures(const QString& stock, QZPaintCycle cycle)
 
 int PictureSheet::show(const BarSeries& series, QZPaintCycle cycle)
 {
-    chart_.setChartData(
-        std::make_shared<const ChartData>(cycle == cycleOf(series) ? series : resampled(series, cycle)));
-    return loadFigures(series.name(), cycle);
+    chart_.setChartData(std::make_shared<const ChartData>(series, cycle));
+    const int count = loadFigures(series.name(), cycle);
+    // Whoever drew on the MACD had it on the screen.
+    chart_.setMacdVisible(chart_.panes().back()->paintLayer()->graphs().count() > 0);
+    QCoreApplication::sendPostedEvents();
+    return count;
 }
 
 QString PictureSheet::showRange(std::optional<BarTime> from, std::optional<BarTime> to)

@@ -30,12 +30,18 @@ struct Period {
     QZPaintCycle cycle;
 };
 
-constexpr std::array periods{Period{"day", QZPCCandlestickCycleDay},     Period{"week", QZPCCandlestickCycleWeek},
-                             Period{"month", QZPCCandlestickCycleMonth}, Period{"quarter", QZPCCandlestickCycleQuarter},
-                             Period{"year", QZPCCandlestickCycleYear},   Period{"1m", QZPCCandlestickCycleMin1},
-                             Period{"5m", QZPCCandlestickCycleMin5},     Period{"15m", QZPCCandlestickCycleMin15},
-                             Period{"30m", QZPCCandlestickCycleMin30},   Period{"60m", QZPCCandlestickCycleMin60},
-                             Period{"120m", QZPCCandlestickCycleMin120}};
+constexpr std::array periods{
+    Period{"day", QZPCCandlestickCycleDay},       Period{"week", QZPCCandlestickCycleWeek},
+    Period{"month", QZPCCandlestickCycleMonth},   Period{"quarter", QZPCCandlestickCycleQuarter},
+    Period{"year", QZPCCandlestickCycleYear},     Period{"1m", QZPCCandlestickCycleMin1},
+    Period{"5m", QZPCCandlestickCycleMin5},       Period{"15m", QZPCCandlestickCycleMin15},
+    Period{"30m", QZPCCandlestickCycleMin30},     Period{"60m", QZPCCandlestickCycleMin60},
+    Period{"120m", QZPCCandlestickCycleMin120},   Period{"1-day-line", QZPCRealTimeCycleDay},
+    Period{"2-day-line", QZPCRealTimeCycle2Day},  Period{"3-day-line", QZPCRealTimeCycle3Day},
+    Period{"4-day-line", QZPCRealTimeCycle4Day},  Period{"5-day-line", QZPCRealTimeCycle5Day},
+    Period{"6-day-line", QZPCRealTimeCycle6Day},  Period{"7-day-line", QZPCRealTimeCycle7Day},
+    Period{"8-day-line", QZPCRealTimeCycle8Day},  Period{"9-day-line", QZPCRealTimeCycle9Day},
+    Period{"10-day-line", QZPCRealTimeCycle10Day}};
 
 QString periodNames()
 {

@@ -62,7 +62,7 @@ int Renderer::renderOne(const RenderRequest& request) const
         return complain(unusable, read.error);
     const QZPaintCycle base = cycleOf(read.series);
     const QZPaintCycle cycle = request.cycle.value_or(base);
-    if (!std::ranges::count(longerCycles(base), cycle))
+    if (!std::ranges::count(cyclesFor(read.series), cycle))
         return complain(unusable, QStringLiteral("%1: bars of the period %2 cannot be put together to %3")
                                       .arg(read.path, periodName(base), periodName(cycle)));
     PictureSheet sheet(request.size);
@@ -95,7 +95,7 @@ int Renderer::renderAll(const RenderRequest& request) const
             status = complain(failed, QStringLiteral("%1: left out, another file is named %2 too").arg(file, stock));
         } else {
             stocks.append(stock);
-            for (const QZPaintCycle cycle : longerCycles(cycleOf(read.series))) {
+            for (const QZPaintCycle cycle : cyclesFor(read.series)) {
                 if (cycle == request.cycle.value_or(cycle) && sheet.loadFigures(stock, cycle) > 0)
                     jobs.push_back({file, stock, cycle});
             }

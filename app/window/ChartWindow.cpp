@@ -64,7 +64,7 @@ ChartWindow::ChartWindow(QWidget* parent)
     user_->setIndent(userIndent);
     statusBar()->addPermanentWidget(user_);
     describeUser();
-    periods_->setToolTip(tr("Period of a bar"));
+    periods_->setToolTip(tr("Period of a bar, or the days of a line (comma, full stop)"));
     periods_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     periods_->setFocusPolicy(Qt::NoFocus); // keys stay with the chart
     connect(periods_, &QComboBox::activated, this, &ChartWindow::choosePeriod);
@@ -85,7 +85,7 @@ ChartWindow::ChartWindow(QWidget* parent)
 
 void ChartWindow::resetView()
 {
-    chart_->viewport().reset(data_->series.size());
+    chart_->resetView();
 }
 
 void ChartWindow::choosePeriod(int index)
@@ -116,11 +116,14 @@ void ChartWindow::showBars(const BarReadResult& result)
     center_->setCurrentWidget(chart_);
     barsRead_ = result.summary();
     periods_->clear();
-    for (const QZPaintCycle cycle : longerCycles(base))
+    for (const QZPaintCycle cycle : cyclesFor(result.series))
         periods_->addItem(cycleName(cycle), static_cast<int>(cycle));
+    const auto isListed = [this](QZPaintCycle cycle) { return periods_->findData(static_cast<int>(cycle)) >= 0; };
     // The same stock again, perhaps with more bars: the figures stay where they are.
-    const bool hasWanted = wantedCycle_ && periods_->findData(static_cast<int>(*wantedCycle_)) >= 0;
-    showCycle(isSameStock ? cycle_ : hasWanted ? *wantedCycle_ : base, isSameStock);
+    if (isSameStock && isListed(cycle_))
+        showCycle(cycle_, true);
+    else
+        showCycle(wantedCycle_ && isListed(*wantedCycle_) ? *wantedCycle_ : base, false);
 }
 
 void ChartWindow::showCycle(QZPaintCycle cycle, bool keepsFigures)
@@ -130,8 +133,7 @@ void ChartWindow::showCycle(QZPaintCycle cycle, bool keepsFigures)
         figures_.leave();
     cycle_ = cycle;
     periods_->setCurrentIndex(periods_->findData(static_cast<int>(cycle)));
-    data_ = std::make_shared<const ChartData>(cycle == cycleOf(read_.series) ? read_.series
-                                                                             : resampled(read_.series, cycle));
+    data_ = std::make_shared<const ChartData>(read_.series, cycle);
     chart_->setChartData(data_);
     if (!keepsFigures)
         figures_.load(data_->series.name(), cycle_);
@@ -180,7 +182,7 @@ void ChartWindow::followPane()
 {
     const QZPaintManagerView* active = chart_->activeView();
     const QZPaintManagerView& pane = active == nullptr ? *chart_->panes().front() : *active;
-    ChartPalette::follow(data_->series.isIntraday(), pane.enableTypes());
+    ChartPalette::follow(data_->isLine, pane.enableTypes());
 }
 
 bool ChartWindow::event(QEvent* event)

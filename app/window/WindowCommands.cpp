@@ -150,6 +150,7 @@ void WindowCommands::showKeys()
           {tr("Page Up, Page Down"), tr("previous or next stock of the watch list")},
           {tr("/, Ctrl+K"), tr("find a stock of the watch list by its name; Return shows it")},
           {tr("Ctrl+E, Ctrl+P, Ctrl+C"), tr("export, print or copy the picture")},
+          {tr("Comma, full stop"), tr("previous or next period")},
           {tr("T"), tr("switch between the light and the dark theme")},
           {tr("Ctrl+O, Ctrl+Shift+O"), tr("open a file of bars, or a folder of them")},
           {tr("Ctrl+N, Ctrl+Q"), tr("open bars in a new window, quit")}})
@@ -176,6 +177,14 @@ void WindowCommands::addToolBar()
         [] { Appearance::shared().toggle(); });
 }
 
+void WindowCommands::stepPeriod(int steps)
+{
+    const QComboBox& periods = *window_.periods();
+    const int index = periods.currentIndex() + steps;
+    if (index >= 0 && index < periods.count())
+        window_.choosePeriod(index);
+}
+
 bool WindowCommands::pressKey(int key)
 {
     switch (key) {
@@ -190,6 +199,12 @@ bool WindowCommands::pressKey(int key)
         return true;
     case Qt::Key_R:
         window_.resetView();
+        return true;
+    case Qt::Key_Comma:
+        stepPeriod(-1);
+        return true;
+    case Qt::Key_Period:
+        stepPeriod(1);
         return true;
     case Qt::Key_T:
         Appearance::shared().toggle();

@@ -33,6 +33,8 @@ private:
     void addHelpMenu();
     void addToolBar();
     void showKeys();
+    /// Shows the period that stands `steps` further down the list, if there is one.
+    void stepPeriod(int steps);
 
     ChartWindow& window_;
     QMenu* chartMenu_;

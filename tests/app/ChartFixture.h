@@ -27,6 +27,19 @@ inline BarReadResult market(const QString& name, int step = 1)
     return {{}, BarSeries(name, bars), 0, 0, {}, {}};
 }
 
+/// Where the figures of a pane begin.
+inline std::vector<std::int32_t> firstDates(const ChartPane& pane)
+{
+    std::vector<std::int32_t> dates;
+    std::ranges::transform(*pane.paintLayer()->graphs().snapshot(), std::back_inserter(dates),
+                           [](const auto& graph) { return graph->logicAxises().front().date; });
+    return dates;
+}
+inline std::vector<std::int32_t> firstDates(ChartWindow& window)
+{
+    return firstDates(*window.chart().panes().front());
+}
+
 /// A shown chart of such bars, and its user's hand. The last bars fill 185.5 to 305.5.
 class ChartTest : public ::testing::Test {
 protected:

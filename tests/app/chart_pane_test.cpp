@@ -1,10 +1,11 @@
 #include "ChartFixture.h"
 #include "app/chart/ChartPalette.h"
-#include "app/chart/LinePlot.h"
 #include "model/QZPlaneGeometry.h"
 #include "support/Contrast.h"
 
+#include <QAbstractButton>
 #include <QLabel>
+#include <QStatusBar>
 #include <QWindow>
 
 #include <limits>
@@ -118,36 +119,6 @@ TEST_F(ChartTest, TellsOfTheBarUnderTheMouse)
     QEvent leave(QEvent::Leave);
     QCoreApplication::sendEvent(&chart, &leave);
     EXPECT_EQ(told().find('|'), std::string::npos);
-}
-
-TEST_F(ChartTest, MovingAveragesCanBeSwitchedOff)
-{
-    const auto picture = [this] { return window.chart().panes().front()->grab().toImage(); };
-    const QImage with = picture();
-    chart.viewActions().front()->trigger();
-    EXPECT_EQ(candles.reading().legend().back().text.front(), u'L');
-    const QImage without = picture();
-    chart.setAveragesVisible(true);
-    EXPECT_TRUE(chart.viewActions().front()->isChecked());
-    EXPECT_EQ(picture(), with);
-    // Below the legend.
-    EXPECT_NE(with.copy(0, 40, 900, 400), without.copy(0, 40, 900, 400));
-}
-
-TEST(LinePlot, KeepsTheTurnsOfEachPixelColumnAndBreaksAtGaps)
-{
-    const double none = std::nan("");
-    //                                0  1  2  3    4     5  6  7  8  9
-    const std::vector<double> values{5, 1, 9, 7, none, none, 3, 4, 6, 2};
-    using Runs = std::vector<std::vector<LinePoint>>;
-    using Row = std::tuple<const char*, int, int, int, Runs>;
-    for (const auto& [name, first, last, barsPerColumn, runs] :
-         {Row{"every bar", 1, 7, 1, {{{1, 1}, {2, 9}, {3, 7}}, {{6, 3}, {7, 4}}}},
-          Row{"columns of five", 0, 9, 5, {{{0, 5}, {1, 1}, {2, 9}, {3, 7}}, {{6, 3}, {8, 6}, {9, 2}}}},
-          Row{"columns of three at fixed bars", 1, 9, 3, {{{1, 1}, {2, 9}, {3, 7}}, {{6, 3}, {8, 6}, {9, 2}}}},
-          Row{"a gap only", 4, 5, 2, {}}, Row{"no bars", 0, -1, 1, {}}}) {
-        EXPECT_EQ(lineRuns(values, first, last, barsPerColumn), runs) << name;
-    }
 }
 
 // The last bars fill 185.5 to 305.5; the wheel is turned at 275.5, three quarters of the screen.

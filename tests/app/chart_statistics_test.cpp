@@ -213,8 +213,10 @@ TEST_F(ChartStatistics, AButtonSaysWhyItsToolCannotBeHad)
     const QString name = button.accessibleName();
     EXPECT_EQ(button.toolTip(), name);
     window.showBars({{}, BarSeries(QStringLiteral("minutes"), {{20200102, 93000, 10, 12, 9, 11, 1}}), 0, 0, {}, {}});
+    EXPECT_TRUE(button.isEnabled()) << "candles";
+    user.key(Qt::Key_Comma); // the line of a day
     EXPECT_FALSE(button.isEnabled());
-    EXPECT_EQ(button.toolTip(), name + QStringLiteral(" (not on an intraday chart)"));
+    EXPECT_EQ(button.toolTip(), name + QStringLiteral(" (not on a line chart)"));
     window.showBars(market(QStringLiteral("days")));
     EXPECT_TRUE(button.isEnabled());
     EXPECT_EQ(button.toolTip(), name);

@@ -12,19 +12,7 @@
 #include <QLabel>
 #include <QScopeGuard>
 
-namespace {
-
-/// Where the figures of a chart's candles begin.
-std::vector<std::int32_t> firstDates(ChartWindow& window)
-{
-    std::vector<std::int32_t> dates;
-    std::ranges::transform(*window.chart().panes().front()->paintLayer()->graphs().snapshot(),
-                           std::back_inserter(dates),
-                           [](const auto& graph) { return graph->logicAxises().front().date; });
-    return dates;
-}
-
-} // namespace
+namespace {} // namespace
 
 TEST_F(ChartTest, FiguresComeBackWithTheirStockPeriodAndUser)
 {

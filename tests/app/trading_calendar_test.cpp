@@ -161,9 +161,17 @@ TEST(Resample, PutsBarsTogetherByWeeksMonthsYearsAndSessions)
               "102 93100 10 13 9 12 200;102 93600 12 14 11 13 100;102 130000 13 16 12 15 200;"
               "103 93200 15 17 14 16 100;103 93600 16 18 15 17 100;");
     EXPECT_EQ(resampledTo(QZPCCandlestickCycleDay, minutes), "102 0 10 16 9 15 500;103 0 15 18 14 17 200;");
-    EXPECT_EQ(longerCycles(QZPCCandlestickCycleMonth),
-              (std::vector{QZPCCandlestickCycleMonth, QZPCCandlestickCycleQuarter, QZPCCandlestickCycleYear}));
-    EXPECT_EQ(cycleName(longerCycles(QZPCCandlestickCycleMin60).at(1)), QStringLiteral("120 minutes"));
+    EXPECT_EQ(resampledTo(QZPCRealTimeCycleDay, minutes), "103 93200 15 17 14 16 100;103 93600 16 18 15 17 100;");
+    EXPECT_EQ(std::ranges::count(resampledTo(QZPCRealTimeCycle9Day, minutes), ';'), 7);
+    const auto namesFor = [](const BarSeries& series) {
+        QStringList names;
+        for (const QZPaintCycle cycle : cyclesFor(series))
+            names << cycleName(cycle);
+        return names.join(u',').toStdString();
+    };
+    EXPECT_EQ(namesFor(seriesOf({{20200131}, {20200229}, {20200331}})), "Month,Quarter,Year");
+    EXPECT_EQ(namesFor(seriesOf({{20250102, 93000}, {20250102, 103000}, {20250102, 113000}, {20250103, 93000}})),
+              "1-day line,2-day line,60 minutes,120 minutes,Day,Week,Month,Quarter,Year");
 }
 
 } // namespace
