@@ -51,14 +51,16 @@ void ChartSplitView::addPane(ChartPane* pane, int stretch)
 
 void ChartSplitView::addViewActions()
 {
-    averages_ = addViewAction(tr("Moving &averages"), true, [this](bool isOn) { prices_->setAveragesVisible(isOn); });
-    macdShown_ = addViewAction(tr("&MACD"), false, [this](bool isOn) { showMacd(isOn); });
+    averages_ = addViewAction("averages", tr("Moving &averages"), true,
+                              [this](bool isOn) { prices_->setAveragesVisible(isOn); });
+    macdShown_ = addViewAction("macd", tr("&MACD"), false, [this](bool isOn) { showMacd(isOn); });
 }
 
 template <typename Show>
-QAction* ChartSplitView::addViewAction(const QString& name, bool isChecked, Show show)
+QAction* ChartSplitView::addViewAction(const char* name, const QString& text, bool isChecked, Show show)
 {
-    auto* action = new QAction(name, this);
+    auto* action = new QAction(text, this);
+    action->setObjectName(QLatin1String(name));
     action->setCheckable(true);
     action->setChecked(isChecked);
     connect(action, &QAction::toggled, this, [this, show](bool isOn) {

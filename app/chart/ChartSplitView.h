@@ -46,7 +46,8 @@ public:
     void setAveragesVisible(bool visible) { averages_->setChecked(visible); }
     /// The pane of the MACD below the others; not shown at first.
     void setMacdVisible(bool visible) { macdShown_->setChecked(visible); }
-    /// Checkable commands for what the chart shows beside the bars; owned by the chart.
+    /// Checkable commands for what the chart shows beside the bars, told apart by their object names; owned by the
+    /// chart.
     [[nodiscard]] QList<QAction*> viewActions() const { return viewActions_; }
 
     void changeShapeTo(std::int64_t shapeType, const QImage& imageThumbnail) override;
@@ -87,7 +88,7 @@ private:
     void addPane(ChartPane* pane, int stretch);
     void addViewActions();
     template <typename Show>
-    QAction* addViewAction(const QString& name, bool isChecked, Show show);
+    QAction* addViewAction(const char* name, const QString& text, bool isChecked, Show show);
     void showMacd(bool isShown);
     void refreshPanes();
     void startPanning(const QMouseEvent& event);

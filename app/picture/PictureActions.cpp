@@ -71,7 +71,7 @@ void addPictureActions(QMenu& menu, const ChartSplitView& chart)
     const auto add = [&](const QString& name, const QKeySequence& keys, void (*act)(const ChartSplitView&)) {
         menu.addAction(name, keys, &chart, [&chart, act] { act(chart); });
     };
-    add(tr("&Export picture…"), Qt::CTRL | Qt::Key_E, exportPicture);
+    add(tr("&Export picture…"), Qt::CTRL | Qt::SHIFT | Qt::Key_E, exportPicture);
     add(tr("&Print…"), QKeySequence::Print, printPicture);
-    add(tr("&Copy picture"), QKeySequence::Copy, copyPicture);
+    add(tr("&Copy picture"), Qt::CTRL | Qt::SHIFT | Qt::Key_C, copyPicture);
 }

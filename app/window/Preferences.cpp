@@ -1,5 +1,6 @@
 #include "app/window/Preferences.h"
 
+#include <QAction>
 #include <QSettings>
 
 #include <memory>
@@ -28,4 +29,11 @@ void Preferences::setValue(const char* key, const QVariant& value)
 {
     if (settings())
         settings()->setValue(QLatin1String(key), value);
+}
+
+void Preferences::follow(QAction& action, const QByteArray& key)
+{
+    if (const QVariant last = value(key); last.isValid())
+        action.setChecked(last.toBool());
+    QObject::connect(&action, &QAction::toggled, &action, [key](bool isOn) { setValue(key, isOn); });
 }

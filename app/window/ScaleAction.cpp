@@ -1,6 +1,7 @@
 #include "app/window/ScaleAction.h"
 
 #include "app/chart/ChartSplitView.h"
+#include "app/window/Preferences.h"
 
 #include <QAction>
 #include <QMainWindow>
@@ -22,7 +23,8 @@ void addScaleAction(QToolBar& bar, ChartSplitView& chart)
         if (isRefused && window != nullptr && window->isVisible())
             window->statusBar()->showMessage(why, messageTime);
     };
-    QObject::connect(action, &QAction::triggered, &chart, &ChartSplitView::setLogarithmic);
+    QObject::connect(action, &QAction::toggled, &chart, &ChartSplitView::setLogarithmic);
     QObject::connect(&chart, &ChartSplitView::scaleChanged, action, follow);
     follow();
+    Preferences::follow(*action, Preferences::logarithmic);
 }

@@ -5,6 +5,7 @@
 #include "app/picture/PictureActions.h"
 #include "app/window/Appearance.h"
 #include "app/window/ChartWindow.h"
+#include "app/window/Preferences.h"
 #include "app/window/ScaleAction.h"
 
 #include <QComboBox>
@@ -90,7 +91,10 @@ void WindowCommands::addViewMenu()
     QAction* find = view->addAction(tr("&Find a stock"), &list, &WatchList::startFilter);
     find->setShortcuts({Qt::CTRL | Qt::Key_K, Qt::Key_Slash});
     view->addSeparator();
-    view->addActions(window_.chart().viewActions());
+    const QList<QAction*> shown = window_.chart().viewActions();
+    view->addActions(shown);
+    for (QAction* action : shown)
+        Preferences::follow(*action, "view/" + action->objectName().toLatin1());
     QAction* separator = view->addSeparator();
     QMenu* theme = addThemeMenu(*view);
     QMenu* rising = addRisingMenu(*view);
@@ -149,7 +153,7 @@ void WindowCommands::showKeys()
           {tr("L"), tr("logarithmic or linear scale of prices")},
           {tr("Page Up, Page Down"), tr("previous or next stock of the watch list")},
           {tr("/, Ctrl+K"), tr("find a stock of the watch list by its name; Return shows it")},
-          {tr("Ctrl+E, Ctrl+P, Ctrl+C"), tr("export, print or copy the picture")},
+          {tr("Ctrl+Shift+E, Ctrl+Shift+C, Ctrl+P"), tr("export, copy or print the picture")},
           {tr("Comma, full stop"), tr("previous or next period")},
           {tr("T"), tr("switch between the light and the dark theme")},
           {tr("Ctrl+O, Ctrl+Shift+O"), tr("open a file of bars, or a folder of them")},

@@ -156,6 +156,9 @@ TEST_F(ChartWindowTest, RemembersWhatTheUserChose)
     EXPECT_EQ(window.periods()->currentText().toStdString(), "Week") << "a stock that has the period as well";
     appearance.toggle();
     appearance.setGreenRises(true);
+    window.chart().setLogarithmic(true);
+    window.chart().setAveragesVisible(false);
+    window.chart().setMacdVisible(true);
     EXPECT_TRUE(window.close());
 
     Preferences::keepIn({});
@@ -167,6 +170,10 @@ TEST_F(ChartWindowTest, RemembersWhatTheUserChose)
     ChartWindow later;
     later.restorePlace();
     EXPECT_EQ(later.size(), QSize(700, 500));
+    EXPECT_TRUE(later.chart().isLogarithmic());
+    std::vector<bool> shown;
+    std::ranges::transform(later.chart().viewActions(), std::back_inserter(shown), &QAction::isChecked);
+    EXPECT_EQ(shown, (std::vector{false, true})) << "averages, MACD";
     EXPECT_TRUE(later.restoreFiles());
     EXPECT_EQ(later.windowTitle().toStdString(), "a2 - qzchart");
     EXPECT_EQ(later.periods()->currentText().toStdString(), "Week");
