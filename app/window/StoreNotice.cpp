@@ -21,6 +21,7 @@ StoreNotice::StoreNotice(QWidget* parent)
       tryAgain_(new QAction(tr("Try again"), this)),
       startNewFile_(new QAction(tr("Keep the file aside and start a new one"), this))
 {
+    setObjectName(QStringLiteral("storeNotice"));
     setMovable(false);
     toggleViewAction()->setVisible(false); // it comes and goes by itself
     text_->setWordWrap(true);
