@@ -76,11 +76,12 @@ int main(int argc, char** argv)
         request.stocks = QStringList(bars);
         request.size = pictureSize;
     }
-    for (const RenderRequest& request : requests)
+    for (const RenderRequest& request : requests) {
         benchmark::RegisterBenchmark(
             qPrintable(QStringLiteral("--render %1, 300 figures").arg(request.target.right(3))),
             [&request](benchmark::State& state) { render(state, request); })
             ->Unit(benchmark::kMillisecond);
+    }
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

@@ -60,6 +60,22 @@ std::optional<QSize> sizeOf(const QString& text)
     return isUsable(read.width()) && isUsable(read.height()) ? std::optional(read) : std::nullopt;
 }
 
+/// What does not go together in a request, null if all of it does.
+QString misuseOf(const RenderRequest& asked, bool asksForOne)
+{
+    if (asksForOne && asked.isAll)
+        return QStringLiteral("--render and --render-all: one of them at a time");
+    if (asked.isAll) {
+        return asked.stocks.isEmpty() ? QStringLiteral("--render-all: name files of bars, or folders of such files")
+                                      : QString();
+    }
+    if (asked.stocks.isEmpty())
+        return QStringLiteral("--render: name the bars with --stock FILE");
+    if (asked.stocks.size() > 1)
+        return QStringLiteral("--render: one stock at a time; --render-all takes several");
+    return ChartPicture::unusableName(asked.target);
+}
+
 } // namespace
 
 QString periodName(QZPaintCycle cycle)
@@ -118,13 +134,14 @@ std::optional<RenderRequest> RenderOptions::request(QString& error) const
         asked.user = parser_.value(user);
     asked.from = moment(from, error);
     asked.to = moment(to, error);
-    if (const auto read = sizeOf(parser_.value(size)))
+    if (const auto read = sizeOf(parser_.value(size))) {
         asked.size = *read;
-    else
+    } else {
         error = QStringLiteral("--size %1: write it as 1600x900, with %2 to %3 px on each side")
                     .arg(parser_.value(size))
                     .arg(smallestSide)
                     .arg(largestSide);
+    }
     if (parser_.isSet(period)) {
         const auto found = std::ranges::find_if(
             periods, [&](const Period& each) { return parser_.value(period) == QLatin1String(each.name); });
@@ -133,14 +150,8 @@ std::optional<RenderRequest> RenderOptions::request(QString& error) const
         else
             error = QStringLiteral("--period %1: there are %2").arg(parser_.value(period), periodNames());
     }
-    if (parser_.isSet(render) && asked.isAll)
-        error = QStringLiteral("--render and --render-all: one of them at a time");
-    else if (asked.stocks.isEmpty())
-        error = asked.isAll ? QStringLiteral("--render-all: name files of bars, or folders of such files")
-                            : QStringLiteral("--render: name the bars with --stock FILE");
-    else if (!asked.isAll && asked.stocks.size() > 1)
-        error = QStringLiteral("--render: one stock at a time; --render-all takes several");
-    else if (!asked.isAll && !ChartPicture::unusableName(asked.target).isNull())
-        error = ChartPicture::unusableName(asked.target);
+    const QString misuse = misuseOf(asked, parser_.isSet(render));
+    if (!misuse.isNull())
+        error = misuse;
     return error.isNull() ? std::optional(asked) : std::nullopt;
 }
