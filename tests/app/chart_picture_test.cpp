@@ -43,10 +43,11 @@ public:
         QFile file(folder_.filePath(name + QStringLiteral(".csv")));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("date,open,high,low,close\n");
-        for (const Bar& bar : bars)
+        for (const Bar& bar : bars) {
             file.write(QByteArray::number(bar.date) + ',' + QByteArray::number(bar.open) + ',' +
                        QByteArray::number(bar.high) + ',' + QByteArray::number(bar.low) + ',' +
                        QByteArray::number(bar.close) + '\n');
+        }
     }
 
     /// As from the command line, in the temporary folder. The exit status; what was told is in `told`.
