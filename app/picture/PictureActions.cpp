@@ -26,10 +26,10 @@ QString stockName(const ChartSplitView& chart)
     return chart.panes().front()->chartData()->series.name();
 }
 
-void exportPicture(const ChartSplitView& chart)
+/// Null when the user changed their mind.
+QString askForFile(const ChartSplitView& chart)
 {
-    QWidget* window = chart.window();
-    QFileDialog dialog(window, tr("Export picture"), QString(),
+    QFileDialog dialog(chart.window(), tr("Export picture"), QString(),
                        tr("PNG picture (*.png);;SVG drawing (*.svg);;PDF document (*.pdf)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     const auto followFilter = [&dialog](const QString& filter) {
@@ -38,22 +38,25 @@ void exportPicture(const ChartSplitView& chart)
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
     followFilter(dialog.selectedNameFilter());
     dialog.selectFile(stockName(chart));
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    const QString failure = ChartPicture::write(chart, dialog.selectedFiles().value(0));
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+void exportPicture(const ChartSplitView& chart)
+{
+    const QString file = askForFile(chart);
+    const QString failure = file.isNull() ? QString() : ChartPicture::write(chart, file);
     if (!failure.isNull())
-        QMessageBox::warning(window, tr("Export picture"), failure);
+        QMessageBox::warning(chart.window(), tr("Export picture"), failure);
 }
 
 void printPicture(const ChartSplitView& chart)
 {
-    QWidget* window = chart.window();
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageOrientation(QPageLayout::Landscape);
     printer.setDocName(stockName(chart));
-    QPrintDialog dialog(&printer, window);
-    if (dialog.exec() == QDialog::Accepted && !ChartPicture::print(chart, printer))
-        QMessageBox::warning(window, tr("Print"), tr("The printer does not take the picture."));
+    const bool isAccepted = QPrintDialog(&printer, chart.window()).exec() == QDialog::Accepted;
+    if (isAccepted && !ChartPicture::print(chart, printer))
+        QMessageBox::warning(chart.window(), tr("Print"), tr("The printer does not take the picture."));
 }
 
 void copyPicture(const ChartSplitView& chart)

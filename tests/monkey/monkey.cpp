@@ -250,7 +250,7 @@ void answerDialog()
         auto* chart = dynamic_cast<ChartWindow*>(box->parentWidget());
         if (chart != nullptr && answer == 2)
             return delete chart; // the window goes under the question
-        return box->buttons().at(answer % 2)->click();
+        return box->buttons().at(answer % box->buttons().size())->click();
     }
     if (auto* files = qobject_cast<QFileDialog*>(dialog))
         files->selectFile(anyOf(stocks).path);
