@@ -213,7 +213,7 @@ QString priceText(double price, int decimals)
 QString volumeText(double volume)
 {
     struct Unit {
-        double size;
+        double size = 1;
         QStringView name;
     };
     constexpr std::array western{Unit{1e9, u"B"}, Unit{1e6, u"M"}, Unit{1e3, u"K"}};

@@ -56,10 +56,11 @@ bool ChartWindow::openFileIn(ChartWindow& target)
 void ChartWindow::openFolder()
 {
     const QString folder = QFileDialog::getExistingDirectory(this, tr("Open a folder of bars"), startFolder());
-    if (!folder.isEmpty() && !showFiles({folder}))
-        QMessageBox::warning(
-            this, tr("Open a folder of bars"),
-            tr("%1 holds no bars: no file ends in %2").arg(folder, barFilePatterns().join(QLatin1String(", "))));
+    if (folder.isEmpty() || showFiles({folder}))
+        return;
+    const QString endings = barFilePatterns().join(QLatin1String(", "));
+    QMessageBox::warning(this, tr("Open a folder of bars"),
+                         tr("%1 holds no bars: no file ends in %2").arg(folder, endings));
 }
 
 bool ChartWindow::showFiles(const QStringList& paths)
