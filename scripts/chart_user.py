@@ -130,7 +130,10 @@ class Chart:
         self.chart = Window(title)
         self.width, self.height = self.chart.size()
         user.click(self.chart.at(700, 20))
-        user.key("p")
+        self.open_palette()
+
+    def open_palette(self):
+        self.user.key("p")
         self.palette = Window("Drawing tools")
 
     def look(self, name):
@@ -168,20 +171,19 @@ class Chart:
 
 @contextlib.contextmanager
 def desktop(folder):
-    """Environment of a user without settings and figures on a desktop with a window manager. Pictures go to `folder`, the
-    last one shows the screen on which the play failed."""
+    """Environment of a user without settings and figures on a desktop with a window manager. Pictures go to `folder`,
+    also that of the screen on which a play failed."""
     shutil.rmtree(folder, ignore_errors=True)
     os.makedirs(folder)
     with tempfile.TemporaryDirectory() as home:
         environment = {**os.environ, "HOME": home, "XDG_DATA_HOME": home, "XDG_CONFIG_HOME": home,
-                       "XDG_RUNTIME_DIR": home}
+                       "XDG_RUNTIME_DIR": home, "PICTURES": folder}
         manager = subprocess.Popen(["openbox"], env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         try:
             # A window that is shown while the manager starts may stay unmanaged and unseen.
             wait_for("a window manager", manages_windows)
             yield environment
         except AssertionError as failed:
-            run("import", "-window", "root", os.path.join(folder, "failed.png"))
             sys.exit(f"{os.path.basename(sys.argv[0])}: failed: {failed}; pictures in {folder}")
         finally:
             manager.terminate()
@@ -194,6 +196,9 @@ def program(environment, *command):
     process = subprocess.Popen(command, env=environment)
     try:
         yield process
+    except AssertionError:
+        run("import", "-window", "root", os.path.join(environment["PICTURES"], "failed.png"))
+        raise
     finally:
         process.kill()
         process.wait()

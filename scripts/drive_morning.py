@@ -76,11 +76,21 @@ class Morning(Chart):
         self.expect_stored(before, 1, what)
         self.user.key("Escape")
 
-    def draw_twelve(self):
+    def draw_and_restyle(self):
+        self.place(SEGMENT, 0, ((0.42, 0.20), (0.55, 0.30)), "a segment")
+        self.user.click(self.point(0.485, 0.25))
+        # The third control of the strip is the line width.
+        self.user.click(Window("^Drawing style$").at(120, 15))
+        self.user.key("Down")
+        self.user.key("Return")
+        wait_for("the chosen width is stored", lambda: [row[2] for row in self.store.rows()] == [2], 10)
+        self.user.look("restyled")
+        self.user.key("Escape")
+
+    def draw_ten(self):
         for step, (name, (row, column, count)) in enumerate(FAMILIES.items()):
             shift = 0.012 * (step - 4)
             self.place(column, row, [(x + shift, y + shift) for x, y in POINTS[:count]], f"a {name}")
-        self.place(SEGMENT, 0, ((0.42, 0.20), (0.55, 0.30)), "a segment")
         self.place(RAY, 0, ((0.45, 0.88), (0.60, 0.82)), "a ray in the volume pane")
         self.user.look("eleven tools")
 
@@ -95,26 +105,13 @@ class Morning(Chart):
         wait_for("its text is stored", lambda: self.store.rows()[-1][3] == "it's a top, \"perhaps\"", 5)
         self.user.key("Escape")
 
-    def restyle(self):
-        # The segment that was drawn above the others; its third control of the strip is the line width.
-        self.user.click(self.point(0.46, 0.231))
-        strip = Window("^Drawing style$")
-        self.user.click(strip.at(120, 15))
-        for _ in range(4):
-            self.user.key("Down")
-        self.user.key("Return")
-        wait_for("the chosen width is stored", lambda: any(row[2] == 4 for row in self.store.rows()), 10)
-        self.user.look("restyled")
-        self.user.key("Escape")
-
     def snap(self):
         self.press_function(MAGNET)
-        self.place(SEGMENT, 0, ((0.50, 0.25), (0.58, 0.35)), "a segment with the magnet on")
+        self.place(SEGMENT, 0, ((0.60, 0.316), (0.70, 0.40)), "a segment with the magnet on")
         self.press_function(MAGNET)
-        for point in self.store.rows()[-1][4].split(";")[:2]:
-            date, _, price = point.split(",")
-            expect(any(abs(float(price) - each) < 1e-6 for each in self.prices[date]),
-                   f"the magnet snaps to a price of the candle, not to {price} on {date}")
+        date, _, price = self.store.rows()[-1][4].split(";")[0].split(",")
+        expect(any(abs(float(price) - each) < 1e-6 for each in self.prices[date]),
+               f"the magnet snaps to a price of the candle, not to {price} on {date}")
 
     def hide_and_show(self):
         shown = self.candles("before hiding")
@@ -158,6 +155,8 @@ class Morning(Chart):
             run("xdotool", "type", "--delay", "50", name)
         self.user.key("Return")
         wait_for("the answer is taken", lambda: not Window.find("^Login user$"), 5)
+        wait_for("the tools go with the user", lambda: not Window.find("Drawing tools"), 5)
+        self.open_palette()
 
 
 def main():
@@ -169,9 +168,9 @@ def main():
         user = User(pictures)
         with program(environment, qzchart, stocks) as process:
             morning = Morning(user, store, prices)
-            morning.draw_twelve()
+            morning.draw_and_restyle()
+            morning.draw_ten()
             morning.write_note()
-            morning.restyle()
             morning.snap()
             morning.hide_and_show()
             morning.show_band()
