@@ -35,10 +35,6 @@ void ToolRepeater::finished(const QZNotification& notification)
     const bool isWanted = isOn_ || (QGuiApplication::keyboardModifiers() & Qt::ShiftModifier) != 0;
     if (!isNew || !isWanted || creating_ == QZSTToolText)
         return;
-    // The press that finished the figure has to come to its end first.
-    const auto choose = [type = creating_] {
-        if (QAbstractButton* button = ChartPalette::button(type))
-            button->click();
-    };
-    QMetaObject::invokeMethod(this, choose, Qt::QueuedConnection);
+    wanted_ = creating_;
+    choosing_.start();
 }

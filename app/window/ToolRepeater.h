@@ -4,6 +4,7 @@
 #include "platform/QZNotificationCenter.h"
 
 #include <QObject>
+#include <QTimer>
 
 class ChartSplitView;
 
@@ -24,5 +25,7 @@ private:
     ChartSplitView& chart_;
     bool isOn_ = false;
     QZShapeType creating_ = QZShapeTypeNone; ///< before the present press
+    QZShapeType wanted_ = QZShapeTypeNone;   ///< to be chosen anew
+    QTimer choosing_;
     QZObservation observation_;
 };

@@ -155,15 +155,13 @@ void WatchList::choose(QTreeWidgetItem* item)
         Q_EMIT fileChosen(item->data(NameColumn, pathRole).toString());
 }
 
-void WatchList::step(int rows)
+void WatchList::step(int direction)
 {
     QTreeWidgetItem* current = list_->currentItem();
-    QTreeWidgetItem* next = current;
     if (current == nullptr)
-        next = list_->topLevelItem(0);
+        choose(list_->topLevelItem(0));
     else
-        next = rows > 0 ? list_->itemBelow(current) : list_->itemAbove(current);
-    choose(next);
+        choose(direction > 0 ? list_->itemBelow(current) : list_->itemAbove(current));
 }
 
 void WatchList::startFilter()

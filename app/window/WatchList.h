@@ -24,8 +24,8 @@ public:
     /// Marks the file on show; none if it is not in the list.
     void setCurrentFile(const QString& path);
 
-    /// Chooses the file `rows` further down, or up, among those that the filter lets through; stops at the ends.
-    void step(int rows);
+    /// Chooses the next file, or with -1 the one before, among those that the filter lets through; stops at the ends.
+    void step(int direction);
     /// Takes the keyboard for the name of a stock.
     void startFilter();
     void applyTheme();

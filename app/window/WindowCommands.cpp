@@ -109,20 +109,22 @@ QMenu* WindowCommands::addThemeMenu(QMenu& view)
     Appearance& appearance = Appearance::shared();
     for (const auto& [choice, name] : {std::pair{ThemeChoice::Light, tr("&Light")},
                                        {ThemeChoice::Dark, tr("&Dark")},
-                                       {ThemeChoice::System, tr("Follow the &system")}})
+                                       {ThemeChoice::System, tr("Follow the &system")}}) {
         addChoice(
             *menu, name, [&appearance, choice = choice] { return appearance.choice() == choice; },
             [&appearance, choice = choice] { appearance.choose(choice); });
+    }
     return menu;
 }
 
 QMenu* WindowCommands::addRisingMenu(QMenu& view)
 {
     QMenu* menu = view.addMenu(tr("&Rising bars"));
-    for (const auto& [isGreen, name] : {std::pair{false, tr("&Red")}, {true, tr("&Green")}})
+    for (const auto& [isGreen, name] : {std::pair{false, tr("&Red")}, {true, tr("&Green")}}) {
         addChoice(
             *menu, name, [isGreen = isGreen] { return Appearance::greenRises() == isGreen; },
             [isGreen = isGreen] { Appearance::shared().setGreenRises(isGreen); });
+    }
     return menu;
 }
 

@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QStatusBar>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QTreeWidget>
 
 namespace {
@@ -211,12 +212,15 @@ TEST_F(ChartWindowTest, FollowsTheSystemsColoursUntilTheUserChooses)
 TEST_F(ChartWindowTest, KeepsTheFiguresOfTwoUsersApart)
 {
     const auto become = [this](const QString& user) {
-        QTimer::singleShot(0, [user] {
+        QTimer answer;
+        answer.setSingleShot(true);
+        QObject::connect(&answer, &QTimer::timeout, [user] {
             auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
             ASSERT_NE(dialog, nullptr);
             dialog->setTextValue(user);
             dialog->accept();
         });
+        answer.start();
         window.changeUser();
     };
     const auto told = [this](const QString& text) {
