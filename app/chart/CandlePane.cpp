@@ -101,9 +101,8 @@ void CandlePane::applyTheme(const ChartTheme& theme)
 PriceRange CandlePane::lineRange(int first, int last) const
 {
     PriceRange range{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
-    const int from = std::max(first, 0);
-    const int to = std::min(last, chartData()->series.size() - 1);
-    for (auto i = static_cast<std::size_t>(from); i < static_cast<std::size_t>(to + 1); ++i) {
+    const auto end = static_cast<std::size_t>(std::clamp(last + 1, 0, chartData()->series.size()));
+    for (auto i = static_cast<std::size_t>(std::max(first, 0)); i < end; ++i) {
         for (const LinePlot* line : {closeLine_, dayAverage_}) {
             // Comparisons with not-a-number leave the range as it is.
             range.low = std::min(range.low, line->values()[i]);

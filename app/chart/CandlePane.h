@@ -33,8 +33,8 @@ protected:
 
 private:
     struct Average {
-        int length = 0; ///< bars
-        LinePlot* line; ///< owned by the plot
+        int length = 0;           ///< bars
+        LinePlot* line = nullptr; ///< owned by the plot
     };
 
     void showPlots();

@@ -112,8 +112,8 @@ private:
     MacdPane* macd_;
     std::vector<ChartPane*> panes_;
     QList<QAction*> viewActions_;
-    QAction* averages_;
-    QAction* macdShown_;
+    QAction* averages_ = nullptr;
+    QAction* macdShown_ = nullptr;
     QPointer<ChartPane> pannedPane_;
     std::optional<QPointF> pointer_; ///< where the mouse is over the chart
     QPointF dragged_;                ///< where the mouse was last while panning or stretching

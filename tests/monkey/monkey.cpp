@@ -268,6 +268,7 @@ constexpr std::array gestures{
     Gesture{"click", 12, [] { useMouse(anyOf(panes()), 0); }},
     Gesture{"drag", 18, [] { useMouse(anyOf(panes()), 1 + below(12)); }},
     Gesture{"wheel", 4, turnWheel},
+    Gesture{"view", 2, [] { anyOf(anyOf(windows())->chart().viewActions())->trigger(); }},
     Gesture{"key", 16, pressKey},
     Gesture{"poke", 18, poke},
     Gesture{"type", 5, typeText},
