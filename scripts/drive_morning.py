@@ -174,6 +174,7 @@ def main():
             morning.snap()
             morning.hide_and_show()
             morning.show_band()
+            morning.switch_and_back("period", lambda: user.key("period"), lambda: user.key("comma"))
             morning.switch_and_back("stock", lambda: morning.go_to(OTHER, "Page_Down"),
                                     lambda: morning.go_to(STOCK, "Page_Up"))
             morning.switch_and_back("user", lambda: morning.sign_in("eve"), lambda: morning.sign_in(""))
@@ -187,11 +188,12 @@ def main():
             left = again.candles("opened again")
             expect(abs(left - shown) < 0.02 * shown, f"the figures are where they were: {shown} px, {left} px")
             expect(store.rows() == stored, "opening changes nothing in the store")
+            alone = again.look("one program")
             with program(environment, qzchart, os.path.join(stocks, f"{STOCK}.csv")):
                 wait_for("two windows of one stock", lambda: len(Window.all(f"^{STOCK} - qzchart$")) == 2)
                 Morning(user, store, prices).place(SEGMENT, 0, ((0.62, 0.15), (0.70, 0.18)), "a segment by the second program")
                 user.look("second program")
-            wait_for("the first program shows it", lambda: again.candles("both") > left + 50, 5)
+            wait_for("the first program shows it", lambda: again.difference(alone, again.look("both")) > 50, 5)
             expect(len(store.rows()) == len(stored) + 1, "neither program lost a figure of the other one")
 
 
