@@ -17,6 +17,14 @@ ToolRepeater::ToolRepeater(ChartSplitView& chart) : chart_(chart)
         const auto figure = chart_.figureInCreation();
         creating_ = figure ? static_cast<QZShapeType>(figure->type()) : QZShapeTypeNone;
     });
+    // The press that finished the figure has to come to its end first.
+    connect(
+        this, &ToolRepeater::toolWanted, this,
+        [this] {
+            if (QAbstractButton* button = ChartPalette::button(wanted_))
+                button->click();
+        },
+        Qt::QueuedConnection);
     observation_ = QZNotificationCenter::defaultCenter().observe(
         QZPaintGraphFinishedEditingNotification, [this](const QZNotification& posted) { finished(posted); });
 }
@@ -36,5 +44,5 @@ void ToolRepeater::finished(const QZNotification& notification)
     if (!isNew || !isWanted || creating_ == QZSTToolText)
         return;
     wanted_ = creating_;
-    choosing_.start();
+    Q_EMIT toolWanted();
 }

@@ -4,7 +4,6 @@
 #include "platform/QZNotificationCenter.h"
 
 #include <QObject>
-#include <QTimer>
 
 class ChartSplitView;
 
@@ -19,6 +18,10 @@ public:
 
     void setOn(bool on) { isOn_ = on; }
 
+Q_SIGNALS:
+    /// A figure is finished whose tool is to be chosen anew.
+    void toolWanted();
+
 private:
     void finished(const QZNotification& notification);
 
@@ -26,6 +29,5 @@ private:
     bool isOn_ = false;
     QZShapeType creating_ = QZShapeTypeNone; ///< before the present press
     QZShapeType wanted_ = QZShapeTypeNone;   ///< to be chosen anew
-    QTimer choosing_;
     QZObservation observation_;
 };
