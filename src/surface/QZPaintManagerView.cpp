@@ -181,10 +181,9 @@ void QZPaintManagerView::removeRangeStatisticsGraph()
         const std::lock_guard lock(paintLayer_->graphs());
         paintLayer_->graphs().remove(band.get());
     }
-    if (paintLayer_->currentGraph() == band) {
-        band->setSelected(false);
+    band->setSelected(false); // also of a band that another pane's press has dropped
+    if (paintLayer_->currentGraph() == band)
         paintLayer_->setCurrentGraph(nullptr);
-    }
     band->mouseUp({}); // of a drag that it is taken away from
     band->setLayer(nullptr);
     displayPaintLayer();

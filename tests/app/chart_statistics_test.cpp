@@ -205,6 +205,15 @@ TEST_F(ChartStatistics, BandAndWindowOpenAndCloseTogether)
         EXPECT_FALSE(showsBand());
     }
     EXPECT_TRUE(statisticsOnScreen().empty());
+
+    user.key(Qt::Key_S);
+    drag(240, 240);
+    EXPECT_TRUE(band.isSelected());
+    user.click(user.positionOf(volumes, {500, 60})); // another pane's figures are not shown as selected
+    user.key(Qt::Key_S);
+    user.click(at({scale.xOf(240), 200}));
+    user.key(Qt::Key_S);
+    EXPECT_FALSE(band.isSelected()) << "when it opens again";
 }
 
 TEST_F(ChartStatistics, AButtonSaysWhyItsToolCannotBeHad)
