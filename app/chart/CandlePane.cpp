@@ -26,7 +26,8 @@ CandlePane::CandlePane(const ChartViewport& viewport, QWidget* parent)
     : ChartPane(viewport, parent),
       closeLine_(new LinePlot(timeAxis(), valueAxis())),
       dayAverage_(new LinePlot(timeAxis(), valueAxis())),
-      lastPrice_(new QCPItemText(plot()))
+      lastPrice_(new QCPItemText(plot())),
+      lastLine_(new QCPItemLine(plot()))
 {
     setObjectName(QStringLiteral("candles"));
     setBarPlot(new CandlePlot(timeAxis(), valueAxis()));
@@ -42,6 +43,11 @@ CandlePane::CandlePane(const ChartViewport& viewport, QWidget* parent)
     lastPrice_->setPositionAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     lastPrice_->setPadding(QMargins(5, 2, 5, 2));
     lastPrice_->setFont(systemFont(11));
+    for (QCPItemPosition* end : {lastLine_->start, lastLine_->end}) {
+        end->setAxes(timeAxis(), valueAxis());
+        end->setTypeX(QCPItemPosition::ptAxisRectRatio);
+        end->setTypeY(QCPItemPosition::ptPlotCoords);
+    }
 }
 
 void CandlePane::setChartData(std::shared_ptr<const ChartData> shown)
@@ -204,10 +210,15 @@ void CandlePane::updateDecoration()
 {
     const std::optional<double> price = taggedValue();
     lastPrice_->setVisible(price.has_value());
+    lastLine_->setVisible(price.has_value());
     if (!price)
         return;
     const Bar& bar = chartData()->series.bars().back();
     lastPrice_->position->setCoords(1.0, *price);
     lastPrice_->setText(valueText(*price));
-    lastPrice_->setBrush(bar.close >= bar.open ? up_ : down_);
+    const QColor color = bar.close >= bar.open ? up_ : down_;
+    lastPrice_->setBrush(color);
+    lastLine_->start->setCoords(0.0, *price);
+    lastLine_->end->setCoords(1.0, *price);
+    lastLine_->setPen(QPen(color, 1, Qt::DotLine));
 }

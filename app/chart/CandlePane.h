@@ -3,6 +3,7 @@
 #include "app/chart/ChartPane.h"
 
 class LinePlot;
+class QCPItemLine;
 class QCPItemText;
 
 /// Candles with their moving averages, or the line of closes with each day's average price; the last price is tagged on
@@ -49,6 +50,7 @@ private:
     LinePlot* dayAverage_;    ///< without each day's first bar, so that the days are apart
     std::vector<Bar> closes_; ///< of a line: open, high, low and close are the close
     QCPItemText* lastPrice_;  // owned by the plot
+    QCPItemLine* lastLine_;   // from edge to edge, owned by the plot
     QColor up_;
     QColor down_;
 };

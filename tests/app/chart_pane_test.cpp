@@ -221,6 +221,17 @@ TEST_F(ChartTest, HoldsADraggedFigureAtTheEdgeBeyondWhichNoScreenRemains)
     }
 }
 
+TEST_F(ChartTest, DrawsALineAtTheLastPriceWhileItIsInSight)
+{
+    const auto* line = candles.findChild<QCPItemLine*>();
+    EXPECT_TRUE(line->visible());
+    EXPECT_EQ(line->start->coords().y(), bars().back().close);
+    EXPECT_NEAR(line->end->pixelPosition().x(), scale.plot.maxX(), 1);
+    user.key(Qt::Key_Home); // 100.5 to 102 at the beginning
+    viewport.zoom(0.05, 0);
+    EXPECT_FALSE(line->visible());
+}
+
 TEST_F(ChartTest, DoesNotPullAFigureBackThatLiesAcrossTheEdge)
 {
     drawSegment(280, 304);
