@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 
@@ -26,25 +27,34 @@ QString stockName(const ChartSplitView& chart)
     return chart.panes().front()->chartData()->series.name();
 }
 
-/// Null when the user changed their mind.
-QString askForFile(const ChartSplitView& chart)
+/// Shows a dialog, which goes afterwards; `take` gets it when the user accepted it. False when they did not, and when
+/// the dialog's window has gone meanwhile and the dialog with it.
+template <typename Dialog, typename Take>
+bool ask(Dialog* made, Take take)
 {
-    QFileDialog dialog(chart.window(), tr("Export picture"), QString(),
-                       tr("PNG picture (*.png);;SVG drawing (*.svg);;PDF document (*.pdf)"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    const auto followFilter = [&dialog](const QString& filter) {
-        dialog.setDefaultSuffix(filter.section(QStringLiteral("*."), 1).section(u')', 0, 0));
-    };
-    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
-    followFilter(dialog.selectedNameFilter());
-    dialog.selectFile(stockName(chart));
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    const QPointer<Dialog> dialog(made);
+    const bool isAccepted = dialog->exec() == QDialog::Accepted && dialog;
+    if (isAccepted)
+        take(*dialog);
+    delete dialog;
+    return isAccepted;
 }
 
 void exportPicture(const ChartSplitView& chart)
 {
-    const QString file = askForFile(chart);
-    const QString failure = file.isNull() ? QString() : ChartPicture::write(chart, file);
+    auto* dialog = new QFileDialog(chart.window(), tr("Export picture"), QString(),
+                                   tr("PNG picture (*.png);;SVG drawing (*.svg);;PDF document (*.pdf)"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    const auto followFilter = [dialog](const QString& filter) {
+        dialog->setDefaultSuffix(filter.section(QStringLiteral("*."), 1).section(u')', 0, 0));
+    };
+    QObject::connect(dialog, &QFileDialog::filterSelected, dialog, followFilter);
+    followFilter(dialog->selectedNameFilter());
+    dialog->selectFile(stockName(chart));
+    QString file;
+    if (!ask(dialog, [&file](const QFileDialog& answered) { file = answered.selectedFiles().value(0); }))
+        return;
+    const QString failure = ChartPicture::write(chart, file);
     if (!failure.isNull())
         QMessageBox::warning(chart.window(), tr("Export picture"), failure);
 }
@@ -54,8 +64,9 @@ void printPicture(const ChartSplitView& chart)
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageOrientation(QPageLayout::Landscape);
     printer.setDocName(stockName(chart));
-    const bool isAccepted = QPrintDialog(&printer, chart.window()).exec() == QDialog::Accepted;
-    if (isAccepted && !ChartPicture::print(chart, printer))
+    if (!ask(new QPrintDialog(&printer, chart.window()), [](const QPrintDialog&) {}))
+        return;
+    if (!ChartPicture::print(chart, printer))
         QMessageBox::warning(chart.window(), tr("Print"), tr("The printer does not take the picture."));
 }
 
