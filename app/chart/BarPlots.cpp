@@ -50,11 +50,6 @@ void BarPlot::drawColored(QCPPainter& painter, const Bar& bar, Column column) co
     drawBar(painter, bar, column, bar.close >= bar.open ? up_ : down_);
 }
 
-int BarPlot::yOf(double value) const
-{
-    return static_cast<int>(std::floor(valueAxis()->coordToPixel(value)));
-}
-
 void CandlePlot::drawBar(QCPPainter& painter, const Bar& bar, Column column, const QColor& color) const
 {
     const int high = yOf(bar.high);

@@ -24,7 +24,6 @@ protected:
 
     void draw(QCPPainter* painter) override;
     virtual void drawBar(QCPPainter& painter, const Bar& bar, Column column, const QColor& color) const = 0;
-    [[nodiscard]] int yOf(double value) const;
 
 private:
     void drawSharedColumns(QCPPainter& painter) const;

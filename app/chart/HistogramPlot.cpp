@@ -33,7 +33,6 @@ void HistogramPlot::draw(QCPPainter* painter)
 
 void HistogramPlot::drawColumn(QCPPainter& painter, int center, double low, double high) const
 {
-    const auto yOf = [this](double value) { return static_cast<int>(std::floor(valueAxis()->coordToPixel(value))); };
     const int width = barBodyWidth();
     const int left = center - width / 2;
     const int zero = yOf(0);

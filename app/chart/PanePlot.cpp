@@ -29,3 +29,10 @@ int PanePlot::barBodyWidth() const
     const int body = std::max(1, static_cast<int>(std::floor(std::min(barWidth * 0.72, barWidth - 1))));
     return body % 2 == 0 ? body - 1 : body;
 }
+
+int PanePlot::yOf(double value) const
+{
+    constexpr double farOff = 100'000; // px
+    const double y = valueAxis()->coordToPixel(value);
+    return std::isnan(y) ? 0 : static_cast<int>(std::floor(std::clamp(y, -farOff, farOff)));
+}

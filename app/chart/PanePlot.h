@@ -15,5 +15,7 @@ protected:
     /// Width of a bar's body or column (px): odd, so that there is a middle, and with a gap of at least a pixel to the
     /// neighbour as long as there is room for one.
     [[nodiscard]] int barBodyWidth() const;
+    /// The row of pixels (of the plot, y downwards) of a value; far outside the plot it stays there somewhere.
+    [[nodiscard]] int yOf(double value) const;
     void drawLegendIcon(QCPPainter* painter, const QRectF& rect) const override;
 };

@@ -1,5 +1,6 @@
 #include "ChartFixture.h"
 #include "app/chart/ChartPalette.h"
+#include "app/chart/CustomPlot.h"
 #include "model/QZPlaneGeometry.h"
 #include "support/Contrast.h"
 
