@@ -248,8 +248,9 @@ void answerDialog()
     Steps::add(QStringLiteral("%1 answered %2").arg(QLatin1String(dialog->metaObject()->className())).arg(answer));
     if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
         auto* chart = dynamic_cast<ChartWindow*>(box->parentWidget());
-        if (chart != nullptr && answer == 2)
-            return delete chart; // the window goes under the question
+        // The window goes under the question. Qt's own messages do not survive that.
+        if (chart != nullptr && answer == 2 && box->buttons().size() > 1)
+            return delete chart;
         return box->buttons().at(answer % box->buttons().size())->click();
     }
     if (auto* files = qobject_cast<QFileDialog*>(dialog))
