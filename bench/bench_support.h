@@ -5,11 +5,8 @@
 
 #include <QSize>
 
-#include <benchmark/benchmark.h>
-#include <functional>
 #include <memory>
 #include <random>
-#include <string>
 #include <vector>
 
 inline constexpr QSize paneSize(1200, 800);
@@ -58,16 +55,4 @@ public:
 
 private:
     std::mt19937 random_{20240102};
-};
-
-/// Runs pairs of ours and bare in turns and prints how many times the bare one's time ours takes, by the medians.
-class RatioReporter {
-public:
-    using Body = std::function<void(benchmark::State&)>;
-
-    void add(const std::string& name, Body ours, Body bare);
-    int run(int argc, char** argv);
-
-private:
-    std::vector<std::string> names_;
 };

@@ -1,6 +1,7 @@
 // A frame of the reference host's chart with a million bars, all of them visible and the usual few, against a bare
 // painter that fills as many columns.
 
+#include "Ruler.h"
 #include "app/bars/CivilDate.h"
 #include "app/chart/ChartSplitView.h"
 #include "bench_support.h"
@@ -32,36 +33,21 @@ std::shared_ptr<const ChartData> millionBars()
     return std::make_shared<const ChartData>(BarSeries(QStringLiteral("bench"), std::move(bars)));
 }
 
-/// Scrolls by a pixel and paints what is to be painted then, into the shown window's memory.
-void drawFrame(benchmark::State& state, ChartSplitView& chart, double barsVisible)
-{
-    ChartViewport& viewport = chart.viewport();
-    viewport.zoom(barsVisible / viewport.span(), viewport.last());
-    double direction = -1;
-    for ([[maybe_unused]] auto _ : state) {
-        viewport.scrollBy(direction * viewport.span() / chart.width());
-        direction = -direction;
-        QCoreApplication::processEvents();
-    }
-}
-
 // Two rectangles a candle and one a volume.
-void fillColumns(benchmark::State& state, QSize size, int columns)
+void fillColumns(QImage& image, int columns)
 {
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    const QSize size = image.size();
     const int width = std::max(1, size.width() / columns - 1);
-    for ([[maybe_unused]] auto _ : state) {
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        for (int i = 0; i < columns; ++i) {
-            const int x = i * size.width() / columns;
-            painter.fillRect(x, 100 + i % 200, 1, 150, Qt::darkGreen);
-            painter.fillRect(x, 150 + i % 200, width, 50, Qt::darkGreen);
-            painter.fillRect(x, size.height() - 100, width, 100, Qt::gray);
-        }
-        painter.end();
-        benchmark::DoNotOptimize(image.constBits());
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    for (int i = 0; i < columns; ++i) {
+        const int x = i * size.width() / columns;
+        painter.fillRect(x, 100 + i % 200, 1, 150, Qt::darkGreen);
+        painter.fillRect(x, 150 + i % 200, width, 50, Qt::darkGreen);
+        painter.fillRect(x, size.height() - 100, width, 100, Qt::gray);
     }
+    painter.end();
+    benchmark::DoNotOptimize(image.constBits());
 }
 
 } // namespace
@@ -70,18 +56,26 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
+    Ruler ruler(argc, argv);
     ChartSplitView chart;
     chart.resize(paneSize);
     chart.setChartData(millionBars());
     chart.show();
     QCoreApplication::processEvents();
-    RatioReporter reporter;
-    const auto add = [&](const char* name, double barsVisible, int columns) {
-        reporter.add(
-            name, [&chart, barsVisible](benchmark::State& state) { drawFrame(state, chart, barsVisible); },
-            [columns](benchmark::State& state) { fillColumns(state, paneSize, columns); });
+    ChartViewport& viewport = chart.viewport();
+    double direction = -1;
+    // Scrolls by a pixel and paints what is to be painted then, into the shown window's memory.
+    const auto frame = [&] {
+        viewport.scrollBy(direction * viewport.span() / chart.width());
+        direction = -direction;
+        QCoreApplication::processEvents();
     };
-    add("1,000,000 bars in sight", barCount, paneSize.width());
-    add("120 of 1,000,000 bars in sight", 120, 120);
-    return reporter.run(argc, argv);
+    QImage image(paneSize, QImage::Format_ARGB32_Premultiplied);
+    const auto compare = [&](const char* name, double barsVisible, int columns) {
+        viewport.zoom(barsVisible / viewport.span(), viewport.last());
+        ruler.compare(name, {frame}, {[&image, columns] { fillColumns(image, columns); }});
+    };
+    compare("1,000,000 bars in sight", barCount, paneSize.width());
+    compare("120 of 1,000,000 bars in sight", 120, 120);
+    return ruler.result();
 }

@@ -1,6 +1,7 @@
 // Redraw of a full layer against the same strokes on a bare painter, in one process; and a figure that runs far off the
 // pane against the same one inside it. What counts is the ratio.
 
+#include "Ruler.h"
 #include "bench_support.h"
 #include "platform/QZPainterContext.h"
 #include "surface/QZPaintLayer.h"
@@ -52,46 +53,72 @@ struct Scene {
 constexpr Scene scenes[] = {{"M1, 300 segments", 2, make<QZPaintSegmentLine>},
                             {"M2, 300 polylines of six points", wavePoints, make<Polyline>}};
 
-void drawLayer(benchmark::State& state, const Scene& scene)
+/// Colours, widths and dashes as a chart mixes them.
+struct Look {
+    QColor color;
+    std::uint64_t width = 1;
+    std::uint64_t lineType = 0;
+};
+
+Look lookOf(int figure)
 {
-    BenchView view;
+    static const std::array<QColor, 8> colors{
+        QColor(0xfe, 0x64, 0x00), QColor(0x1f, 0x6f, 0xeb), QColor(0xd0, 0x31, 0x2d), QColor(0x0b, 0x7f, 0x4b),
+        QColor(0x8e, 0x44, 0xad), QColor(0x00, 0x83, 0x8f), QColor(0x7a, 0x5c, 0x00), QColor(0x33, 0x3a, 0x45)};
+    const std::uint64_t width = figure % 10 == 9 ? 3 : figure % 3 == 2 ? 2 : 1;
+    return {colors.at(static_cast<std::size_t>(figure) % colors.size()), width, figure % 5 == 4 ? 1U : 0U};
+}
+
+void fillLayer(BenchView& view, const Scene& scene)
+{
     Scatter scatter;
-    for (int i = 0; i < figureCount; ++i)
-        view.paintLayer()->graphs().add(view.finished(scene.create(), scatter.points(scene.pointCount)));
-    for ([[maybe_unused]] auto _ : state) {
-        view.displayPaintLayer();
-        benchmark::DoNotOptimize(view.paintLayer()->contents(paneSize, 1.0).constBits());
+    for (int i = 0; i < figureCount; ++i) {
+        auto graph = view.finished(scene.create(), scatter.points(scene.pointCount));
+        const Look look = lookOf(i);
+        graph->setStrokeColor(look.color);
+        graph->setLineWidth(look.width);
+        graph->setLineType(look.lineType);
+        view.paintLayer()->graphs().add(std::move(graph));
     }
 }
 
-// The layer's work without the layer: clear, clip, stroke.
-void drawBare(benchmark::State& state, const Scene& scene)
+struct BareFigure {
+    QPolygonF points;
+    QPen pen;
+};
+
+std::vector<BareFigure> bareFigures(const Scene& scene)
 {
     Scatter scatter;
-    std::vector<QPolygonF> figures;
+    std::vector<BareFigure> figures;
     for (int i = 0; i < figureCount; ++i) {
-        QPolygonF figure;
+        const Look look = lookOf(i);
+        BareFigure& figure = figures.emplace_back();
         for (const QZPoint point : scatter.points(scene.pointCount))
-            figure.append({point.x, paneSize.height() - point.y});
-        figures.push_back(figure);
+            figure.points.append({point.x, paneSize.height() - point.y});
+        figure.pen = QPen(look.color, static_cast<double>(look.width), Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
+        if (look.lineType != 0)
+            figure.pen.setDashPattern({10.0, 5.0});
     }
-    const QColor color = make<QZPaintSegmentLine>()->strokeColor();
-    QImage image(paneSize, QImage::Format_ARGB32_Premultiplied);
-    for ([[maybe_unused]] auto _ : state) {
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        painter.setClipRect(image.rect());
-        painter.setRenderHint(QPainter::Antialiasing);
-        for (const QPolygonF& figure : figures) {
-            painter.setPen(QPen(color, 1.0, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
-            if (figure.size() == 2)
-                painter.drawLine(figure[0], figure[1]);
-            else
-                painter.drawPolyline(figure);
-        }
-        painter.end();
-        benchmark::DoNotOptimize(image.constBits());
+    return figures;
+}
+
+// The layer's work without the layer: clear, clip, stroke.
+void drawBare(QImage& image, const std::vector<BareFigure>& figures)
+{
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setClipRect(image.rect());
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const BareFigure& figure : figures) {
+        painter.setPen(figure.pen);
+        if (figure.points.size() == 2)
+            painter.drawLine(figure.points[0], figure.points[1]);
+        else
+            painter.drawPolyline(figure.points);
     }
+    painter.end();
+    benchmark::DoNotOptimize(image.constBits());
 }
 
 struct Reach {
@@ -106,8 +133,20 @@ constexpr Reach reaches[] = {{"width 1, solid", 1.0, false},
                              {"width 2, dashed", 2.0, true}};
 
 // A five-wave figure round the middle of the pane, `reach` px to each side.
-void drawWave(benchmark::State& state, const Reach& style, double reach)
+void drawWave(QZPainterContext& context, double reach)
 {
+    context.beginPath();
+    for (int i = 0; i < wavePoints; ++i) {
+        const double x = paneSize.width() / 2.0 + reach * (2.0 * i / (wavePoints - 1) - 1.0);
+        context.lineTo({x, paneSize.height() / 2.0 + (i % 2 == 0 ? -1.0 : 1.0) * reach * (0.5 + 0.09 * i)});
+    }
+    context.strokePath();
+}
+
+void compareReaches(Ruler& ruler, const Reach& style)
+{
+    constexpr double inside = 390.0;
+    constexpr double farOff = 40000.0;
     QImage image(paneSize, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -116,14 +155,8 @@ void drawWave(benchmark::State& state, const Reach& style, double reach)
     context.setLineWidth(style.width);
     if (style.isDashed)
         context.setLineDash(0.0, std::array{10.0 * style.width, 5.0 * style.width});
-    for ([[maybe_unused]] auto _ : state) {
-        context.beginPath();
-        for (int i = 0; i < wavePoints; ++i) {
-            const double x = paneSize.width() / 2.0 + reach * (2.0 * i / (wavePoints - 1) - 1.0);
-            context.lineTo({x, paneSize.height() / 2.0 + (i % 2 == 0 ? -1.0 : 1.0) * reach * (0.5 + 0.09 * i)});
-        }
-        context.strokePath();
-    }
+    ruler.compare(std::string("five waves at 40,000 px against 390 px, ") + style.name,
+                  {[&context] { drawWave(context, farOff); }}, {[&context] { drawWave(context, inside); }});
 }
 
 } // namespace
@@ -132,17 +165,19 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    RatioReporter reporter;
-    for (const Scene& scene : scenes)
-        reporter.add(
-            scene.name, [&scene](benchmark::State& state) { drawLayer(state, scene); },
-            [&scene](benchmark::State& state) { drawBare(state, scene); });
-    constexpr double inside = 390.0;
-    constexpr double farOff = 40000.0;
+    Ruler ruler(argc, argv);
+    for (const Scene& scene : scenes) {
+        BenchView view;
+        fillLayer(view, scene);
+        const std::vector<BareFigure> figures = bareFigures(scene);
+        QImage image(paneSize, QImage::Format_ARGB32_Premultiplied);
+        const auto redraw = [&view] {
+            view.displayPaintLayer();
+            benchmark::DoNotOptimize(view.paintLayer()->contents(paneSize, 1.0).constBits());
+        };
+        ruler.compare(scene.name, {redraw}, {[&] { drawBare(image, figures); }}, 1.1);
+    }
     for (const Reach& reach : reaches)
-        reporter.add(
-            std::string("Five waves at 40,000 px against 390 px, ") + reach.name,
-            [&reach](benchmark::State& state) { drawWave(state, reach, farOff); },
-            [&reach](benchmark::State& state) { drawWave(state, reach, inside); });
-    return reporter.run(argc, argv);
+        compareReaches(ruler, reach);
+    return ruler.result();
 }

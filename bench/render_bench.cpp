@@ -1,6 +1,7 @@
 // Pictures per second of `qzchart --render`, for a stock with 300 stored figures: reading the bars, copying and loading
 // the figures, drawing and writing, as in one run of the program after another.
 
+#include "Ruler.h"
 #include "app/bars/BarReader.h"
 #include "app/bars/SampleBars.h"
 #include "app/picture/PictureSheet.h"
@@ -16,7 +17,8 @@
 #include <QTemporaryDir>
 
 #include <array>
-#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <string>
 
 namespace {
 
@@ -44,18 +46,6 @@ bool storeFigures(const BarSeries& series)
     return pane.storeDB();
 }
 
-void render(benchmark::State& state, const RenderRequest& request)
-{
-    QString failure;
-    Renderer renderer([](const QString&) {}, [&failure](const QString& line) { failure = line; });
-    for ([[maybe_unused]] auto _ : state) {
-        if (renderer.run(request) != Renderer::done)
-            state.SkipWithError(qPrintable(failure));
-    }
-    state.counters["pictures"] =
-        benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -68,20 +58,17 @@ int main(int argc, char** argv)
     const QString bars = folder.filePath(QStringLiteral("daily.csv"));
     if (!QFile::copy(dailySamplePath(), bars) || !storeFigures(readBars(bars).series))
         return 1;
-    benchmark::Initialize(&argc, argv);
-    std::vector<RenderRequest> requests;
+    Ruler ruler(argc, argv);
+    QString failure;
+    Renderer renderer([](const QString&) {}, [&failure](const QString& line) { failure = line; });
     for (const char* suffix : {"png", "svg", "pdf"}) {
-        RenderRequest& request = requests.emplace_back();
+        RenderRequest request;
         request.target = folder.filePath(QStringLiteral("picture.") + QLatin1String(suffix));
         request.stocks = QStringList(bars);
         request.size = pictureSize;
+        ruler.measureRate(std::string("--render ") + suffix + ", 300 figures", {[&] { renderer.run(request); }});
     }
-    for (const RenderRequest& request : requests) {
-        benchmark::RegisterBenchmark(
-            qPrintable(QStringLiteral("--render %1, 300 figures").arg(request.target.right(3))),
-            [&request](benchmark::State& state) { render(state, request); })
-            ->Unit(benchmark::kMillisecond);
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    if (!failure.isNull())
+        std::fprintf(stderr, "%s\n", qUtf8Printable(failure));
+    return failure.isNull() ? ruler.result() : 1;
 }

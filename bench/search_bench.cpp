@@ -1,5 +1,6 @@
 // The nearest-figure search of a click over 300 segments against a plain loop over an array of the same segments.
 
+#include "Ruler.h"
 #include "bench_support.h"
 #include "model/QZPlaneGeometry.h"
 #include "surface/QZPaintLayer.h"
@@ -16,25 +17,23 @@ namespace {
 constexpr int figureCount = 300;
 constexpr QZPoint mouse{600.0, 400.0};
 
-void searchLayer(benchmark::State& state)
-{
-    BenchView view;
-    Scatter scatter;
-    for (int i = 0; i < figureCount; ++i)
-        view.paintLayer()->graphs().add(view.finished(std::make_shared<QZPaintSegmentLine>(), scatter.points(2)));
-    for ([[maybe_unused]] auto _ : state)
-        benchmark::DoNotOptimize(view.paintLayer()->getClosedGraph(mouse));
-}
+} // namespace
 
-void searchLoop(benchmark::State& state)
+int main(int argc, char** argv)
 {
-    Scatter scatter;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    Ruler ruler(argc, argv);
+    BenchView view;
     std::vector<QZLine> segments;
+    Scatter scatter;
     for (int i = 0; i < figureCount; ++i) {
         const auto points = scatter.points(2);
         segments.push_back({points[0], points[1]});
+        view.paintLayer()->graphs().add(view.finished(std::make_shared<QZPaintSegmentLine>(), points));
     }
-    for ([[maybe_unused]] auto _ : state) {
+    const auto search = [&] { benchmark::DoNotOptimize(view.paintLayer()->getClosedGraph(mouse)); };
+    const auto loop = [&] {
         const QZLine* nearest = nullptr;
         double best = maxMinDistance;
         for (const QZLine& segment : segments) {
@@ -45,16 +44,7 @@ void searchLoop(benchmark::State& state)
             }
         }
         benchmark::DoNotOptimize(nearest);
-    }
-}
-
-} // namespace
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    RatioReporter reporter;
-    reporter.add("nearest of 300 segments", searchLayer, searchLoop);
-    return reporter.run(argc, argv);
+    };
+    ruler.compare("nearest of 300 segments", {search}, {loop}, 4.0);
+    return ruler.result();
 }

@@ -1,6 +1,7 @@
 // Saving and loading a pane against the same statements run through the bare SQLite wrapper, in one process, on files
 // in a temporary folder. What counts is the ratio.
 
+#include "Ruler.h"
 #include "bench_support.h"
 #include "platform/QZFrameComFun.h"
 #include "platform/QZLog.h"
@@ -102,45 +103,6 @@ std::vector<std::string> savedStatements()
     return statements;
 }
 
-void saveLayer(benchmark::State& state)
-{
-    BenchView view;
-    prepareFile(view);
-    for ([[maybe_unused]] auto _ : state) {
-        state.PauseTiming();
-        load(view);
-        state.ResumeTiming();
-        save(view);
-    }
-}
-
-void saveBare(benchmark::State& state)
-{
-    BenchView view;
-    prepareFile(view);
-    const std::vector<std::string> statements = savedStatements();
-    SQLite::Database database(databasePath(), SQLite::OPEN_READWRITE);
-    for ([[maybe_unused]] auto _ : state) {
-        state.PauseTiming();
-        load(view);
-        state.ResumeTiming();
-        for (const std::string& text : statements) {
-            SQLite::Statement statement(database, text);
-            while (statement.executeStep()) {
-            }
-        }
-    }
-}
-
-void loadLayer(benchmark::State& state)
-{
-    BenchView view;
-    for ([[maybe_unused]] auto _ : state)
-        load(view);
-    if (view.paintLayer()->graphs().count() != figureCount)
-        state.SkipWithError("not all figures came back");
-}
-
 /// Everything that a row says, as plain values.
 struct BareRow {
     std::vector<QZPaintLogicAxis> points;
@@ -188,11 +150,34 @@ std::vector<BareRow> bareRows(SQLite::Database& database)
     return read;
 }
 
-void loadBare(benchmark::State& state)
+void compareSaving(Ruler& ruler)
 {
+    BenchView view;
+    prepareFile(view);
+    const std::vector<std::string> statements = savedStatements();
+    SQLite::Database database(databasePath(), SQLite::OPEN_READWRITE);
+    const auto runStatements = [&] {
+        for (const std::string& text : statements) {
+            SQLite::Statement statement(database, text);
+            while (statement.executeStep()) {
+            }
+        }
+    };
+    const auto loadIt = [&view] { load(view); };
+    ruler.compare("save of 300 figures", {[&view] { save(view); }, loadIt}, {runStatements, loadIt});
+}
+
+void compareLoading(Ruler& ruler, int rowCount)
+{
+    BenchView view;
+    prepareFile(view);
+    fillUp(rowCount);
     SQLite::Database database(databasePath());
-    for ([[maybe_unused]] auto _ : state)
-        benchmark::DoNotOptimize(bareRows(database).size());
+    const auto readRows = [&database] { benchmark::DoNotOptimize(bareRows(database).size()); };
+    ruler.compare("load of 300 figures of " + std::to_string(rowCount) + " rows", {[&view] { load(view); }}, {readRows},
+                  1.2);
+    if (view.paintLayer()->graphs().count() != figureCount)
+        std::fprintf(stderr, "not all figures came back\n");
 }
 
 } // namespace
@@ -201,21 +186,13 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
+    Ruler ruler(argc, argv);
     const QTemporaryDir folder;
     QZFrameComFun::setRootFolder(folder.path());
     // A file without its table yet is worth a line in the log, which is of no interest here.
     setBusCommonLogSink([](const QString&) {});
-    RatioReporter saving;
-    saving.add("save of 300 figures", saveLayer, saveBare);
-    int result = saving.run(argc, argv);
-    for (const int rowCount : {figureCount, 30'000, 1'000'000}) {
-        BenchView view;
-        prepareFile(view);
-        fillUp(rowCount);
-        benchmark::ClearRegisteredBenchmarks();
-        RatioReporter loading;
-        loading.add("load of 300 figures of " + std::to_string(rowCount) + " rows", loadLayer, loadBare);
-        result |= loading.run(argc, argv);
-    }
-    return result;
+    compareSaving(ruler);
+    for (const int rowCount : {figureCount, 30'000, 1'000'000})
+        compareLoading(ruler, rowCount);
+    return ruler.result();
 }
