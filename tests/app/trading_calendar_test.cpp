@@ -3,6 +3,8 @@
 #include "app/calendar/Resample.h"
 #include "app/calendar/TradingCalendar.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <climits>
 #include <gtest/gtest.h>

@@ -5,6 +5,8 @@
 #include "support/widgets/Gesture.h"
 #include "tools/QZPaintRangeStatistics.h"
 
+#include <QPainter>
+
 #include <gtest/gtest.h>
 
 TEST(ManagerView, RedrawsOnAThemeUntilItIsTakenOut)
