@@ -210,7 +210,8 @@ int main(int argc, char** argv)
                                 .keepsForeignRows = true,
                                 .hiddenFiguresIgnoreMouse = true,
                                 .magnetButtonTellsTruth = true,
-                                .newFiguresTakeChosenLine = true});
+                                .newFiguresTakeChosenLine = true,
+                                .indexesGroups = true});
 
     const QCommandLineOption demo(QStringLiteral("demo"),
                                   QStringLiteral("Play a demonstration and write what the window shows to PNG."),

@@ -3,6 +3,7 @@
 
 #include "Ruler.h"
 #include "bench_support.h"
+#include "model/QZPaintOptions.h"
 #include "platform/QZFrameComFun.h"
 #include "platform/QZLog.h"
 #include "surface/QZGraphDatabase.h"
@@ -10,6 +11,7 @@
 #include "tools/QZPaintToolTable.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <SQLiteCpp/SQLiteCpp.h>
@@ -167,6 +169,23 @@ void compareSaving(Ruler& ruler)
     ruler.compare("save of 300 figures", {[&view] { save(view); }, loadIt}, {runStatements, loadIt});
 }
 
+/// With an index of groups, a full file should cost what one with nothing else in it does.
+void compareIndexedLoading(Ruler& ruler, int rowCount)
+{
+    QZPaintOptions options = QZPaintOptions::current();
+    options.indexesGroups = true;
+    QZPaintOptions::setCurrent(options);
+    BenchView view;
+    prepareFile(view);
+    const QString small = QString::fromStdString(databasePath()) + QStringLiteral(".small");
+    QFile::copy(QString::fromStdString(databasePath()), small);
+    fillUp(rowCount);
+    SQLite::Database database(small.toStdString());
+    const auto readRows = [&database] { benchmark::DoNotOptimize(bareRows(database).size()); };
+    ruler.compare("load of 300 figures of " + std::to_string(rowCount) + " rows with an index, against 300 bare rows",
+                  {[&view] { load(view); }}, {readRows}, 1.5);
+}
+
 void compareLoading(Ruler& ruler, int rowCount)
 {
     BenchView view;
@@ -194,5 +213,6 @@ int main(int argc, char** argv)
     compareSaving(ruler);
     for (const int rowCount : {figureCount, 30'000, 1'000'000})
         compareLoading(ruler, rowCount);
+    compareIndexedLoading(ruler, 1'000'000);
     return ruler.result();
 }

@@ -21,6 +21,10 @@ struct QZPaintOptions {
     /// showed: after a red mark was selected, every figure is red.
     bool newFiguresTakeChosenLine = false;
 
+    /// A save gives the table an index of its groups where there is none: finding a group no longer reads the whole
+    /// file. The index then stays, and serves whoever opens the file. Else no file gets one.
+    bool indexesGroups = false;
+
     [[nodiscard]] static const QZPaintOptions& current();
     static void setCurrent(const QZPaintOptions& options);
 };

@@ -209,14 +209,16 @@ std::optional<QString> QZGraphStore::createTableIfMissing()
     // What keeps the question from being asked keeps the table from being made, and a lock is waited for once.
     if (!count)
         return database_.lastErrorMessage();
-    if (count->next() && count->intForColumnIndex(0) >= 1)
-        return std::nullopt;
+    const bool isThere = count->next() && count->intForColumnIndex(0) >= 1;
     if (!count->failure().isNull())
         return count->failure();
     count.reset();
-    if (database_.executeUpdate("CREATE TABLE " + tableName() + std::string(columnTypes)))
-        return std::nullopt;
-    return database_.lastErrorMessage();
+    if (!isThere && !database_.executeUpdate("CREATE TABLE " + tableName() + std::string(columnTypes)))
+        return database_.lastErrorMessage();
+    if (QZPaintOptions::current().indexesGroups &&
+        !database_.executeUpdate("CREATE INDEX IF NOT EXISTS GraphTableGroups ON " + tableName() + "(graphIndex)"))
+        return database_.lastErrorMessage();
+    return std::nullopt;
 }
 
 bool QZGraphStore::isMissingTable(const QString& failure)

@@ -48,7 +48,8 @@ public:
     /// Leaves out what is not three parts. Parts are read as the number that they start with, else 0.
     static std::vector<QZPaintLogicAxis> decodePoints(std::string_view text);
 
-    /// Makes the table if the file has none. Why there is none now, or nothing when there is.
+    /// Makes the table if the file has none, and its index if QZPaintOptions::indexesGroups asks for it. Why one of
+    /// them is missing now, or nothing when none is.
     std::optional<QString> createTableIfMissing();
     /// Whether a query failed in this way because nothing was ever saved in the file.
     static bool isMissingTable(const QString& failure);

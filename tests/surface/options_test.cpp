@@ -83,6 +83,27 @@ TEST_F(Options, ALoadThatFailed)
     }
 }
 
+TEST_F(Options, AnIndexOfGroups)
+{
+    for (const bool wants : {false, true}) {
+        SCOPED_TRACE(wants);
+        QZPaintOptions::setCurrent({.indexesGroups = wants});
+        TestView view;
+        store(view, stock, {3, 1, 2});
+        store(view, stock, {4}); // where one is already
+        const auto database = otherConnection();
+        auto plan = database->executeQuery("EXPLAIN QUERY PLAN SELECT * FROM GraphTable WHERE graphIndex='x'");
+        ASSERT_TRUE(plan && plan->next());
+        EXPECT_EQ(plan->stringForColumn("detail").contains(QStringLiteral("INDEX")), wants);
+        view.loadDB(stock, day, pane);
+        std::string widths;
+        for (const auto& graph : graphs(view))
+            widths += std::to_string(graph->lineWidth());
+        EXPECT_EQ(widths, "3124");
+        run("DROP TABLE GraphTable");
+    }
+}
+
 TEST_F(Options, HiddenFiguresAndTheMouse)
 {
     for (const bool ignores : {false, true}) {
