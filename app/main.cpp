@@ -211,6 +211,7 @@ int main(int argc, char** argv)
                                 .hiddenFiguresIgnoreMouse = true,
                                 .magnetButtonTellsTruth = true,
                                 .newFiguresTakeChosenLine = true,
+                                .lockedFiguresStay = true,
                                 .indexesGroups = true});
 
     const QCommandLineOption demo(QStringLiteral("demo"),

@@ -80,7 +80,7 @@ void ChartContextMenu::openFor(ChartPane& pane, const std::shared_ptr<QZPaintGra
     QMenu& menu = makeMenu(chart_);
     // The figure may be gone by then: another program deleted it, or it was let go of.
     const auto add = [&](const QString& name, auto act) {
-        menu.addAction(name, &pane, [view = &pane, chosen = std::weak_ptr(figure), act] {
+        return menu.addAction(name, &pane, [view = &pane, chosen = std::weak_ptr(figure), act] {
             const auto current = view->paintLayer()->currentGraph();
             if (current && current == chosen.lock())
                 act(*view, *current);
@@ -93,8 +93,17 @@ void ChartContextMenu::openFor(ChartPane& pane, const std::shared_ptr<QZPaintGra
     if (figure->showsConfigStrip())
         add(tr("Style…"),
             [this, configs](ChartPane& view, QZPaintGraph& styled) { chart_.showStrip(styled, configs, view); });
-    add(tr("Delete"), [](ChartPane& view, QZPaintGraph&) {
+    if (figure->showsConfigStrip()) {
+        QAction* lock = add(tr("Locked"), [](ChartPane& view, QZPaintGraph& locked) {
+            locked.setLocked(!locked.isLocked());
+            view.paintLayer()->setNeedsDisplay();
+        });
+        lock->setCheckable(true);
+        lock->setChecked(figure->isLocked());
+    }
+    QAction* remove = add(tr("Delete"), [](ChartPane& view, QZPaintGraph&) {
         view.paintLayer()->keyDown(QKeyEvent(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier));
     });
+    remove->setEnabled(!figure->isFixed());
     menu.popup(place);
 }

@@ -3,6 +3,7 @@
 #include "model/QZPaintChart.h"
 #include "model/QZPaintDefaults.h"
 #include "model/QZPaintGraphOwner.h"
+#include "model/QZPaintOptions.h"
 #include "model/QZPlaneGeometry.h"
 #include "platform/QZFont.h"
 #include "platform/QZGlobalEnv.h"
@@ -65,6 +66,11 @@ void QZPaintGraph::reloadFontAndColor()
                          .paletteLoad()
                          .getCustomColor(QStringLiteral("QZLinePaintToolFactory.KeyPointColor"))
                          .value_or(QColor(Qt::black));
+}
+
+bool QZPaintGraph::isFixed() const
+{
+    return locked_ && QZPaintOptions::current().lockedFiguresStay;
 }
 
 int QZPaintGraph::placedPointCount() const

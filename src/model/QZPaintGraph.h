@@ -127,6 +127,8 @@ public:
     [[nodiscard]] bool isDragging() const { return isGraphDragging_ || isKeyPointDragging_; }
     [[nodiscard]] bool isLocked() const { return locked_; }
     void setLocked(bool locked) { locked_ = locked; }
+    /// Whether the lock holds: QZPaintOptions::lockedFiguresStay is on as well.
+    [[nodiscard]] bool isFixed() const;
     [[nodiscard]] virtual bool isHidden() const { return hidden_; }
     void setHidden(bool hidden) { hidden_ = hidden; }
     /// Whether the figure takes part in mouse handling: while it is created or selected.

@@ -134,7 +134,7 @@ bool QZPaintGraph::selectKeyPointNearPoint(QZPoint point)
 
 void QZPaintGraph::mouseDragged(QZPoint point)
 {
-    if (!needsDisplay_)
+    if (!needsDisplay_ || isFixed())
         return;
     // A point that is held already stays, even over another handle.
     const bool holdsKeyPoint = (isSelected() && currentPoint_) || selectKeyPointNearPoint(point);

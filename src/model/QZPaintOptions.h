@@ -21,6 +21,9 @@ struct QZPaintOptions {
     /// showed: after a red mark was selected, every figure is red.
     bool newFiguresTakeChosenLine = false;
 
+    /// A locked figure stays: it can be selected and styled, but neither dragged nor deleted, by itself or with all.
+    /// Else the lock is stored with the figure and means nothing.
+    bool lockedFiguresStay = false;
     /// A save gives the table an index of its groups where there is none: finding a group no longer reads the whole
     /// file. The index then stays, and serves whoever opens the file. Else no file gets one.
     bool indexesGroups = false;

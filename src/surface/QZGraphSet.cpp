@@ -37,3 +37,8 @@ void QZGraphSet::removeAll()
 {
     members_ = std::make_shared<Members>();
 }
+
+void QZGraphSet::removeAllButFixed()
+{
+    std::erase_if(writable(), [](const auto& member) { return !member->isFixed(); });
+}

@@ -30,6 +30,8 @@ public:
     /// Does nothing for a figure that is not in the set.
     void remove(const QZPaintGraph* graph);
     void removeAll();
+    /// Leaves those whose lock holds.
+    void removeAllButFixed();
 
 private:
     Members& writable();

@@ -130,7 +130,8 @@ void QZPaintLayer::mouseMoved(QZPoint point)
     {
         const std::lock_guard lock(graphs_);
         isNear = std::ranges::any_of(*graphs_.snapshot(), [point](const auto& graph) {
-            return isInReach(*graph) && (graph->isNearKeyPoint(point) || graph->isNearSelectionLine(point));
+            return isInReach(*graph) && !graph->isFixed() &&
+                   (graph->isNearKeyPoint(point) || graph->isNearSelectionLine(point));
         });
     }
     if (!isNear)
@@ -189,6 +190,8 @@ void QZPaintLayer::keyDown(const QKeyEvent& event)
 
 void QZPaintLayer::deleteCurrentGraph()
 {
+    if (currentGraph_ && currentGraph_->isFixed())
+        return;
     {
         const std::lock_guard lock(graphs_);
         const bool isFinished = graphs_.contains(currentGraph_.get());

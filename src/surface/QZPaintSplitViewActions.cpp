@@ -129,7 +129,7 @@ void QZPaintSplitView::removeAllGraphs(QZPaintControl& /*sender*/)
     for (const auto& layer : paintLayers()) {
         {
             const std::lock_guard lock(layer->graphs());
-            layer->graphs().removeAll();
+            layer->graphs().removeAllButFixed();
         }
         const auto graph = layer->currentGraph();
         if (graph && graph->isEditing()) {
@@ -234,7 +234,10 @@ void QZPaintSplitView::paintGraphConfigDidDelete(QZPaintGraphConfigWC& /*panel*/
 {
     const auto layers = targetLayers();
     for (const auto& layer : layers) {
-        if (const auto graph = layer->currentGraph()) {
+        const auto graph = layer->currentGraph();
+        if (graph && graph->isFixed())
+            return;
+        if (graph) {
             const std::lock_guard lock(layer->graphs());
             layer->graphs().remove(graph.get());
         }

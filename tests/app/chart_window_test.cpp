@@ -249,7 +249,7 @@ TEST_F(ChartWindowTest, KeepsTheFiguresOfTwoUsersApart)
 
 TEST_F(ChartTest, TheRightButtonOffersWhatCanBeDoneAndNothingToSomebodyWhoDraws)
 {
-    constexpr const char* ofFigure = "Style… Delete";
+    constexpr const char* ofFigure = "Style… Locked Delete";
     constexpr const char* ofChart =
         "Drawing tools Range statistics Keep the tool Period Reset the view  Watch list Theme Rising bars";
     QZPaintLayer& layer = *candles.paintLayer();
@@ -267,12 +267,14 @@ TEST_F(ChartTest, TheRightButtonOffersWhatCanBeDoneAndNothingToSomebodyWhoDraws)
     QZPaintGraphConfigWC::sharedWC().window().close();
     contextMenu(window, at(250, 105), "Style…");
     EXPECT_TRUE(strip());
+    contextMenu(window, at(250, 105), "Locked");
+    EXPECT_TRUE(figure()->isLocked());
     contextMenu(window, at(250, 105), "Delete");
     EXPECT_EQ(layer.graphs().count(), 0U);
     EXPECT_FALSE(strip());
     ChartPalette::button(QZSTToolText)->click();
     user.click(at(250, 105));
-    EXPECT_EQ(contextMenu(window, at(250, 105) + QPointF(5, 5)), "Edit text… Style… Delete");
+    EXPECT_EQ(contextMenu(window, at(250, 105) + QPointF(5, 5)), "Edit text… Style… Locked Delete");
 }
 
 TEST_F(ChartTest, AToolIsKeptByItsKeyOrByShiftAtTheLastPoint)

@@ -115,6 +115,8 @@ TEST_F(TextConfig, ColourAndSizeAreToldAndShownUntilTheDelegateDies)
     picker->setCurrentColor(Qt::blue);
     EXPECT_EQ(delegate.taken(), u"color #0000ff"_s);
     EXPECT_EQ(shown(), u"新建, #0000ff, 48, 48 px"_s);
+    editor.window().resize(editor.window().size() + QSize(0, 10));
+    EXPECT_TRUE(picker->isVisible());
     editor.window().close();
     EXPECT_FALSE(picker->isVisible()) << "goes with the editor";
 

@@ -1,9 +1,12 @@
 #include "GraphStoreFixture.h"
+#include "model/QZPaintDefaults.h"
 #include "model/QZPaintOptions.h"
 #include "panels/QZPaintControl.h"
 #include "panels/QZPaintGraphConfigWC.h"
+#include "platform/QZAlert.h"
 
 #include <QFile>
+#include <QKeyEvent>
 
 namespace {
 
@@ -118,6 +121,44 @@ TEST_F(Options, HiddenFiguresAndTheMouse)
     }
 }
 
+TEST_F(Options, TheLockOfAFigure)
+{
+    struct Row {
+        const char* name;
+        void (*erase)(TestPane& chart);
+    };
+    const auto before = QZAlert::setRunner([](const QZAlertRequest&) { return QZAlert::firstButton + 1; });
+    for (const bool stays : {false, true}) {
+        for (const Row& row :
+             {Row{"key",
+                  [](TestPane& chart) {
+                      chart.layer().keyDown({QEvent::KeyPress, Qt::Key_Delete, {}});
+                  }},
+              Row{"strip",
+                  [](TestPane& chart) { chart.split().paintGraphConfigDidDelete(QZPaintGraphConfigWC::sharedWC()); }},
+              Row{"all", [](TestPane& chart) { chart.split().removeAllGraphs(QZPaintControl::sharedManager()); }}}) {
+            SCOPED_TRACE(row.name + std::to_string(static_cast<int>(stays)));
+            QZPaintOptions::setCurrent({.lockedFiguresStay = stays});
+            TestPane chart;
+            const auto line = chart.draw(QZSTLineSegment, {{100, 100}, {200, 200}});
+            line->setLocked(true);
+            QZPaintLayer& layer = chart.layer();
+            for (const QZPoint grip : {QZPoint{150, 150}, QZPoint{200, 200}}) {
+                layer.mouseMoved(grip);
+                EXPECT_EQ(chart.view().cursor().shape() == Qt::ArrowCursor, stays);
+                layer.mouseDown(grip);
+                EXPECT_TRUE(line->isSelected());
+                layer.mouseDragged({grip.x + 3, grip.y + 3}); // along the line, which stays under the grips
+                layer.mouseUp(grip);
+                EXPECT_EQ(line->points()[1] == (QZPoint{200, 200}), stays);
+            }
+            row.erase(chart);
+            EXPECT_EQ(layer.graphs().count(), stays ? 1U : 0U);
+        }
+    }
+    QZAlert::setRunner(before);
+}
+
 TEST_F(Options, TheLineOfANewFigure)
 {
     for (const bool chosen : {false, true}) {
@@ -153,9 +194,11 @@ TEST_F(Options, TheMagnetsButtonAfterTheEye)
     for (const bool tells : {false, true}) {
         SCOPED_TRACE(tells);
         QZPaintOptions::setCurrent({.magnetButtonTellsTruth = tells});
+        const TestPane chart; // whose figures ask what the panels say
         std::string shown;
         for (QZPaintControlButton* button : {&magnet, &eye, &eye, &magnet, &magnet}) {
             button->click();
+            EXPECT_EQ(QZPaintDefaults::current().isMagnet(), palette.isMagnet());
             shown += magnet.isSelected() == palette.isMagnet() ? 'y' : 'n';
         }
         EXPECT_EQ(shown, tells ? "yyyyy" : "ynnnn");
