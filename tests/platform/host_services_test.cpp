@@ -2,6 +2,7 @@
 #include "platform/QZFrameComFun.h"
 #include "platform/QZGetFixData.h"
 #include "platform/QZGlobalEnv.h"
+#include "platform/QZLog.h"
 #include "support/Contrast.h"
 #include "support/Spies.h"
 
@@ -79,6 +80,16 @@ TEST(Alert, AnswersAButtonOfTheRequest)
     answers << QZAlert::run(request);
     EXPECT_EQ(answers, (QList<int>{1001, 1000, 1000, 1000}));
     EXPECT_EQ(log.lines.size(), 1) << "nobody could be asked";
+}
+
+TEST(Log, SaysWhatNobodyTakesInOneLine)
+{
+    static QString said;
+    const auto before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) { said = message; });
+    writeBusCommonLog(u"a\nb\rc\u2028d\u2029e"_s);
+    qInstallMessageHandler(before);
+    EXPECT_EQ(said, u"a b c d e"_s);
 }
 
 TEST(NotificationCenter, KeepsItsPromisesWhileAPostIsUnderWay)
