@@ -123,7 +123,31 @@ QZRect QZPaintGraph::validateRect() const
 void QZPaintGraph::requestDisplay() const
 {
     if (const auto owner = layer())
-        owner->setNeedsDisplay();
+        owner->setNeedsDisplayOf(*this);
+}
+
+void QZPaintGraph::tellOfChange() const
+{
+    if (const auto owner = layer())
+        owner->forgetPictureOf(*this);
+}
+
+void QZPaintGraph::setLogicAxises(std::vector<QZPaintLogicAxis> axises)
+{
+    logicAxises_ = std::move(axises);
+    tellOfChange();
+}
+
+void QZPaintGraph::setHidden(bool hidden)
+{
+    hidden_ = hidden;
+    tellOfChange();
+}
+
+void QZPaintGraph::setFont(const QFont& font)
+{
+    font_ = font;
+    tellOfChange();
 }
 
 std::vector<QZPaintLogicAxis> QZPaintGraph::convertToLogicAxises() const

@@ -114,7 +114,7 @@ public:
     }
 
     [[nodiscard]] const std::vector<QZPaintLogicAxis>& logicAxises() const { return logicAxises_; }
-    void setLogicAxises(std::vector<QZPaintLogicAxis> axises) { logicAxises_ = std::move(axises); }
+    void setLogicAxises(std::vector<QZPaintLogicAxis> axises);
 
     /// Bars between the first two key points, as the chart last answered.
     [[nodiscard]] std::int32_t deltaCount() const { return deltaCount_; }
@@ -130,7 +130,7 @@ public:
     /// Whether the lock holds: QZPaintOptions::lockedFiguresStay is on as well.
     [[nodiscard]] bool isFixed() const;
     [[nodiscard]] virtual bool isHidden() const { return hidden_; }
-    void setHidden(bool hidden) { hidden_ = hidden; }
+    void setHidden(bool hidden);
     /// Whether the figure takes part in mouse handling: while it is created or selected.
     [[nodiscard]] bool needsDisplay() const { return needsDisplay_; }
     void setNeedsDisplay(bool needsDisplay) { needsDisplay_ = needsDisplay; }
@@ -149,7 +149,7 @@ public:
     [[nodiscard]] QString text() const { return text_; }
     void setText(const QString& text);
     [[nodiscard]] QFont font() const { return font_; }
-    void setFont(const QFont& font) { font_ = font; }
+    void setFont(const QFont& font);
     /// The tool's picture, shown beside the first point while it is being placed.
     [[nodiscard]] QImage thumbnail() const { return thumbnail_; }
     void setThumbnail(const QImage& thumbnail) { thumbnail_ = thumbnail; }
@@ -208,6 +208,8 @@ protected:
     void setLayerCursor(QZCursor cursor) const;
 
 private:
+    /// Tells the layer of a change that shows whenever something else asks for a redraw.
+    void tellOfChange() const;
     [[nodiscard]] QZPoint magnetized(QZPoint point) const;
     void dragKeyPoint(QZPoint point);
     void dragGraph(QZPoint point);

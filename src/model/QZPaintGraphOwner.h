@@ -15,6 +15,10 @@ public:
 
     /// Asks for a redraw; several requests before the next frame make one.
     virtual void setNeedsDisplay() = 0;
+    /// Asks for a redraw because of a change of `graph` and nothing else.
+    virtual void setNeedsDisplayOf(const QZPaintGraph& /*graph*/) { setNeedsDisplay(); }
+    /// Tells that `graph` changed without asking for a redraw: it looks different in the next frame, whenever that is.
+    virtual void forgetPictureOf(const QZPaintGraph& /*graph*/) {}
     /// The layer's rectangle in its own coordinates (px).
     [[nodiscard]] virtual QZRect frame() const = 0;
     [[nodiscard]] virtual bool isMouseInside() const = 0;

@@ -32,6 +32,15 @@ public:
     QZPainterContext& operator=(const QZPainterContext&) = delete;
     ~QZPainterContext() override;
 
+    /// What saveState() saves.
+    struct State {
+        QZStrokeStyle stroke;
+        QColor fillColor = Qt::black;
+    };
+    /// For a drawing that goes on in another context.
+    [[nodiscard]] const State& state() const { return state_; }
+    void setState(const State& state) { state_ = state; }
+
     void saveState() override { saved_.push_back(state_); }
     void restoreState() override;
     void setLineWidth(double width) override;
@@ -59,10 +68,6 @@ public:
     void drawText(const QString& text, const QFont& font, const QColor& color, QZRect rect) override;
 
 private:
-    struct State {
-        QZStrokeStyle stroke;
-        QColor fillColor = Qt::black;
-    };
     struct Subpath {
         std::size_t first = 0; // index into points_, up to the next subpath's
         bool isClosed = false;

@@ -3,6 +3,7 @@
 #include "model/QZPaintNotifications.h"
 #include "model/QZPaintOptions.h"
 #include "platform/QZGlobalEnv.h"
+#include "surface/QZLayerImages.h"
 #include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintLayerHost.h"
 #include "surface/QZPaintManagerView.h"
@@ -152,6 +153,7 @@ void QZPaintLayer::mouseUp(QZPoint point)
     followChart();
     if (const auto graph = currentGraph_)
         graph->mouseUp(point);
+    images_.reset();
 }
 
 void QZPaintLayer::mouseDoubleClicked()
@@ -250,6 +252,9 @@ void QZPaintLayer::setCurrentGraph(std::shared_ptr<QZPaintGraph> graph)
     if (currentGraph_ == graph)
         return;
     currentGraph_ = std::move(graph);
+    images_.reset();
+    if (stale_ != Changed::Nothing)
+        stale_ = Changed::Everything; // the figure before is not the current one any more
     // A figure that was dropped while another pane was in use is selected still.
     if (currentGraph_)
         deselectAllBut(currentGraph_.get());

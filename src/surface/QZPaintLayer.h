@@ -13,6 +13,8 @@
 class QKeyEvent;
 class QPainter;
 class QZGraphicsContext;
+class QZLayerImages;
+struct QZLayerCanvas;
 class QZPaintLayerHost;
 class QZPaintManagerView;
 
@@ -71,9 +73,11 @@ public:
     void drawGraphs(QPainter& painter);
     /// The drawn layer, transparent where nothing is. Drawn anew only when it was asked to be or its size changed.
     const QImage& contents(QSize size, double devicePixelRatio);
-    [[nodiscard]] bool needsDisplay() const { return needsDisplay_; }
+    [[nodiscard]] bool needsDisplay() const { return changed_ != Changed::Nothing; }
 
     void setNeedsDisplay() override;
+    void setNeedsDisplayOf(const QZPaintGraph& graph) override;
+    void forgetPictureOf(const QZPaintGraph& graph) override;
     [[nodiscard]] QZRect frame() const override;
     [[nodiscard]] bool isMouseInside() const override { return isMouseInside_; }
     [[nodiscard]] bool isActivePane() const override;
@@ -84,9 +88,14 @@ public:
     [[nodiscard]] QString description() const override;
 
 private:
+    enum class Changed { Nothing, CurrentGraph, Everything };
+
     explicit QZPaintLayer(QZPaintManagerView* managerView);
 
     void finishEditing(const QZNotification& notification);
+    /// A frame whose other figures come from pictures of them, while the current one is dragged or placed. False, with
+    /// nothing drawn, when they cannot.
+    bool drawStep(const QZLayerCanvas& canvas);
     /// Brings the figures' screen points to where the chart is now, once for every request to redraw: what is measured
     /// or converted between a scroll and its frame uses the new places.
     void followChart();
@@ -107,9 +116,10 @@ private:
     std::shared_ptr<QZPaintGraph> currentGraph_;
     bool isActive_ = false;
     bool isMouseInside_ = false;
-    bool needsDisplay_ = true;
-    bool arePointsStale_ = false; // a redraw is pending, and nothing has followed the chart since it was asked for
+    Changed changed_ = Changed::Everything; // since the last frame
+    Changed stale_ = Changed::Nothing; // the same, unless the points have followed the chart since it was asked for
     QImage contents_;
-    bool isPictured_ = false; // nothing counts as selected while a picture is made
+    std::shared_ptr<const QZLayerImages> images_; // while they hold
+    bool isPictured_ = false;                     // nothing counts as selected while a picture is made
     QZObservation finishedObservation_;
 };

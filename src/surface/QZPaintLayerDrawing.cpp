@@ -1,4 +1,5 @@
 #include "platform/QZPainterContext.h"
+#include "surface/QZLayerImages.h"
 #include "surface/QZPaintLayer.h"
 #include "surface/QZPaintManagerView.h"
 
@@ -8,7 +9,9 @@
 
 #include <algorithm>
 #include <mutex>
+#include <optional>
 #include <span>
+#include <utility>
 
 namespace {
 
@@ -31,16 +34,20 @@ bool isOnPixels(const QPainter& painter)
 
 void QZPaintLayer::followChart()
 {
-    if (!arePointsStale_)
+    const Changed stale = std::exchange(stale_, Changed::Nothing);
+    if (stale == Changed::Nothing)
         return;
-    arePointsStale_ = false;
     const std::lock_guard lock(graphs_);
-    const auto graphs = graphs_.snapshot();
-    // As drawing does, this leaves alone what nobody sees: the chart may delete what it cannot place.
-    for (const auto& graph : drawnOf(*graphs))
-        if (!graph->isHidden())
-            graph->reloadKeyPoints();
     const auto current = currentGraph_;
+    if (stale == Changed::Everything) {
+        const auto graphs = graphs_.snapshot();
+        // As drawing does, this leaves alone what nobody sees: the chart may delete what it cannot place.
+        for (const auto& graph : drawnOf(*graphs))
+            if (!graph->isHidden())
+                graph->reloadKeyPoints();
+    } else if (current && !current->isEditing() && !current->isHidden()) {
+        current->reloadKeyPoints();
+    }
     if (current && current->isEditing())
         current->reloadKeyPoints();
 }
@@ -51,6 +58,7 @@ void QZPaintLayer::reloadGraphFontAndColor()
     const auto graphs = graphs_.snapshot();
     for (const auto& graph : *graphs)
         graph->reloadFontAndColor();
+    images_.reset();
 }
 
 void QZPaintLayer::drawInContext(QZGraphicsContext& context)
@@ -68,23 +76,48 @@ const QImage& QZPaintLayer::contents(QSize size, double devicePixelRatio)
 {
     const QSize pixels = (QSizeF(size) * devicePixelRatio).toSize();
     const bool fits = contents_.size() == pixels && contents_.devicePixelRatio() == devicePixelRatio;
-    if (fits && !needsDisplay_)
+    if (fits && !needsDisplay())
         return contents_;
-    needsDisplay_ = false;
-    arePointsStale_ = false;
+    const Changed changed = std::exchange(changed_, Changed::Nothing);
+    stale_ = Changed::Nothing;
     if (!fits) {
         contents_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
         contents_.setDevicePixelRatio(devicePixelRatio);
     }
-    contents_.fill(Qt::transparent);
     if (contents_.isNull())
         return contents_;
-    QPainter painter(&contents_);
-    if (managerView_ != nullptr)
-        painter.setClipRect(managerView_->flippedValidateRect());
-    QZPainterContext context(painter, size.height(), QZPainterContext::Edges::PixelSnapped);
-    drawInContext(context);
+    const auto clip = managerView_ == nullptr ? std::nullopt : std::optional(managerView_->flippedValidateRect());
+    const QZLayerCanvas canvas{contents_, clip, static_cast<double>(size.height())};
+    if (fits && changed == Changed::CurrentGraph && drawStep(canvas))
+        return contents_;
+    images_.reset();
+    contents_.fill(Qt::transparent);
+    canvas.paint([this](QZPainterContext& context) { drawInContext(context); });
     return contents_;
+}
+
+bool QZPaintLayer::drawStep(const QZLayerCanvas& canvas)
+{
+    const auto current = currentGraph_;
+    if (!current || !(current->isDragging() || current->isEditing()))
+        return false;
+    const std::lock_guard lock(graphs_);
+    const auto members = graphs_.snapshot();
+    // The chart, asked while they draw, may report a change: then images_ stays empty.
+    if (const auto images = images_; images && images->areOf(members)) {
+        images->draw(canvas, *current);
+        return true;
+    }
+    const QZLayerImages::Figures drawn = drawnOf(*members);
+    const auto at = std::ranges::find(drawn, current);
+    const auto under = static_cast<std::size_t>(at - drawn.begin());
+    const bool isFinished = at != drawn.end();
+    const QZLayerImages::Figures over = drawn.subspan(under + (isFinished ? 1 : 0));
+    if (isFinished != graphs_.contains(current.get()) || !QZLayerImages::canPicture(over))
+        return false;
+    const auto images = std::make_shared<const QZLayerImages>(canvas, members, drawn.first(under), *current, over);
+    images_ = changed_ == Changed::Everything ? nullptr : images;
+    return true;
 }
 
 void QZPaintLayer::drawGraphs(QPainter& painter)
@@ -108,8 +141,26 @@ void QZPaintLayer::drawGraphs(QPainter& painter)
 
 void QZPaintLayer::setNeedsDisplay()
 {
-    needsDisplay_ = true;
-    arePointsStale_ = true;
+    images_.reset();
+    changed_ = stale_ = Changed::Everything;
     if (managerView_ != nullptr)
         managerView_->updateOverlay();
+}
+
+void QZPaintLayer::setNeedsDisplayOf(const QZPaintGraph& graph)
+{
+    if (&graph != currentGraph_.get()) {
+        setNeedsDisplay();
+        return;
+    }
+    changed_ = std::max(changed_, Changed::CurrentGraph);
+    stale_ = std::max(stale_, Changed::CurrentGraph);
+    if (managerView_ != nullptr)
+        managerView_->updateOverlay();
+}
+
+void QZPaintLayer::forgetPictureOf(const QZPaintGraph& graph)
+{
+    if (&graph != currentGraph_.get())
+        images_.reset();
 }

@@ -4,10 +4,12 @@
 #include "support/RecordingContext.h"
 #include "support/Spies.h"
 #include "support/widgets/Gesture.h"
+#include "support/widgets/Picture.h"
 #include "surface/QZPaintActiveManager.h"
 #include "surface/QZPaintLayer.h"
 #include "tools/QZPaintToolTable.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 TEST(PaintLayer, AClickTakesTheNearestFigureWithinTheRadius)
@@ -148,6 +150,73 @@ TEST(PaintLayer, RedrawsOnlyWhenSomethingChanged)
     EXPECT_EQ(picture(1.0).cacheKey(), before);
     EXPECT_EQ(picture(2.0).size(), QSize(80, 60));
     EXPECT_EQ(pane.layer().contents({80, 60}, 1.0).devicePixelRatio(), 1.0);
+}
+
+TEST(PaintLayer, WhatChangesDuringADragShowsInItsNextFrame)
+{
+    struct Drag {
+        TestPane pane;
+        std::shared_ptr<QZPaintGraph> under = pane.draw(QZSTHorizon, {{100, 100}});
+        std::shared_ptr<QZPaintGraph> graph = pane.draw(QZSTLineSegment, {{100, 60}, {200, 150}});
+        std::shared_ptr<QZPaintGraph> over = pane.draw(QZSTToolText, {{120, 120}});
+        void scroll()
+        {
+            pane.chart().scroll = 50;
+            pane.view().displayPaintLayer();
+        }
+    };
+    struct Row {
+        const char* name;
+        std::function<void(Drag&)> act;
+    };
+    const std::vector<Row> rows{
+        {"scroll", [](Drag& drag) { drag.scroll(); }},
+        {"scroll by a hook of the drag itself",
+         [](Drag& drag) { drag.pane.chart().mayGoRight.answerWith([&drag](QZPoint) { return drag.scroll(), true; }); }},
+        {"theme",
+         [](Drag& drag) {
+             drag.pane.chart().scroll = 50;
+             drag.pane.view().appSkinStyleHasChanged();
+         }},
+        {"chart area",
+         [](Drag& drag) {
+             drag.pane.view().setValidateRect({0, 0, 180, 300});
+         }},
+        {"size", [](Drag& drag) { drag.pane.split().resize(390, 280); }},
+        {"style", [](Drag& drag) { drag.over->setStrokeColor(Qt::blue); }},
+        {"hidden", [](Drag& drag) { drag.under->setHidden(true); }},
+        {"font", [](Drag& drag) { drag.over->setFont(QFont(QString(), 40)); }},
+        {"place",
+         [](Drag& drag) {
+             drag.under->setLogicAxises({*drag.pane.chart().fromPoint(QZPoint{90, 40})});
+         }},
+        {"selected", [](Drag& drag) { drag.over->setSelected(true); }},
+        {"removed", [](Drag& drag) { drag.pane.layer().graphs().remove(drag.over.get()); }},
+        {"added", [](Drag& drag) {
+             const auto added = drag.pane.layer().allocGraphWithType(QZSTHorizon);
+             drag.pane.layer().graphs().add(added);
+             added->mouseDown({0, 200});
+         }}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Drag drag;
+        TestPane& pane = drag.pane;
+        pane.split().setUpdatesEnabled(false); // the test paints
+        pane.layer().setCurrentGraph(drag.graph);
+        drag.graph->setSelected(true);
+        drag.graph->setDragStartPoint({});
+        const auto frameAt = [&pane](double x) {
+            pane.layer().mouseDragged({x, 0});
+            return pane.layer().contents(pane.view().size(), 1.0);
+        };
+        frameAt(1);
+        const QImage before = frameAt(2);
+        row.act(drag);
+        const QImage after = frameAt(2);
+        EXPECT_TRUE(after.size() != before.size() || Picture::farthest(after, before) > 9);
+        pane.view().displayPaintLayer();
+        EXPECT_LE(Picture::farthest(after, frameAt(2)), 2);
+    }
 }
 
 TEST(PaintLayer, OutsideASplitViewTheStripStillShowsTheCurrentFigure)

@@ -2,6 +2,8 @@
 #include "support/RecordingContext.h"
 #include "support/Spies.h"
 #include "support/widgets/Gesture.h"
+#include "support/widgets/Picture.h"
+#include "tools/QZPaintRangeStatistics.h"
 #include "tools/QZPaintToolTable.h"
 
 #include <QPainter>
@@ -9,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -35,9 +38,10 @@ protected:
     static bool is(std::int64_t exempt) { return (GetParam().type & exempt) != 0; }
 
     /// As from a file.
-    std::shared_ptr<QZPaintGraph> restored(const std::vector<QZPaintLogicAxis>& stored)
+    std::shared_ptr<QZPaintGraph> restored(const std::vector<QZPaintLogicAxis>& stored,
+                                           std::int64_t type = GetParam().type)
     {
-        auto graph = createPaintTool(GetParam().type);
+        auto graph = createPaintTool(type);
         graph->initWithLayer(pane.view().paintLayer(), Qt::red, Qt::green, 1, 2, stored, QStringLiteral("note"),
                              QFont(), false, false, false);
         return graph;
@@ -58,6 +62,32 @@ protected:
         QZPainterContext context(painter, image.height(), QZPainterContext::Edges::PixelSnapped);
         graph.drawInContext(context);
         return image;
+    }
+
+    void addOther(std::int64_t type)
+    {
+        auto graph = restored(
+            {pane.chart().convertFromPoint({70, 60}).value(), pane.chart().convertFromPoint({320, 230}).value()}, type);
+        graph->setStrokeColor(QColor(0, 90, 200, 120));
+        graph->setLineWidth(3);
+        pane.layer().graphs().add(std::move(graph));
+    }
+
+    /// A gesture whose last step is drawn between pictures of the other figures.
+    void expectSteps(const char* name, const std::function<void(QZPoint)>& moveTo, QZPoint to)
+    {
+        SCOPED_TRACE(name);
+        const auto frame = [this] { return pane.layer().contents({400, 300}, 1.0); };
+        for (const double way : {40.0, 20.0}) {
+            moveTo({to.x - way, to.y - 5});
+            frame();
+        }
+        moveTo(to);
+        const int calls = pane.chart().fromAxis.calls();
+        const QImage step = frame();
+        EXPECT_LE(pane.chart().fromAxis.calls() - calls, static_cast<int>(points.size())) << "no other figure is drawn";
+        pane.view().displayPaintLayer();
+        EXPECT_LE(Picture::farthest(step, frame()), 2);
     }
 
     TestPane pane;
@@ -101,6 +131,37 @@ TEST_P(ToolContract, IsFinishedByAsManyClicksAsItHasPointsAndThenDragged)
     graph->setSelected(false);
     recorded(*graph);
     EXPECT_EQ(graph->points(), points) << "to the chart and back";
+}
+
+TEST_P(ToolContract, LooksInTheHandAsInAFullRedraw)
+{
+    pane.split().setUpdatesEnabled(false); // the test paints
+    pane.click({1, 1});
+    addOther(QZSTRectangle);
+    addOther(QZSTPipeRegression); // leaves its width and dash to what is drawn next
+    const auto follow = [this](QZPoint to) { pane.layer().mouseMoved(to); };
+    const auto drag = [this](QZPoint to) { pane.layer().mouseDragged(to); };
+    if (is(belongsToHost)) {
+        pane.view().displayRangeStatisticsGraphFromDate(20240010, 0, 20240020, 0);
+        pane.layer().setCurrentGraph(QZPaintRangeStatistics::sharedGraph());
+        pane.current()->setSelected(true);
+    } else {
+        pane.draw(GetParam().type, {});
+        for (const QZPoint point : points) {
+            expectSteps("placing", follow, point);
+            pane.click(point);
+        }
+    }
+    if (is(neverEndsCreation))
+        return;
+    addOther(QZSTGoldenSection);
+    addOther(QZSTRectangle);
+    pane.current()->setCurrentPoint(0);
+    expectSteps("by a handle", drag, {150, 70});
+    pane.layer().mouseUp({});
+    pane.current()->setDragStartPoint({});
+    expectSteps("as a whole", drag, {30, 15});
+    pane.view().removeRangeStatisticsGraph();
 }
 
 TEST_P(ToolContract, EscapeLeavesNothingOfAFigureInCreation)

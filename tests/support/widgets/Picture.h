@@ -29,6 +29,17 @@ public:
         return ::testing::AssertionFailure() << "not like " << file.toStdString() << ", see " << seen.toStdString();
     }
 
+    /// The largest difference of a channel, of 255.
+    static int farthest(const QImage& a, const QImage& b)
+    {
+        int most = 0;
+        for (int y = 0; y < a.height(); ++y) {
+            for (int at = 0; at < a.width() * 4; ++at)
+                most = std::max(most, std::abs(a.constScanLine(y)[at] - b.constScanLine(y)[at]));
+        }
+        return most;
+    }
+
 private:
     static constexpr int rounding = 12; // of 255
 
@@ -46,16 +57,6 @@ private:
             top += part.height();
         }
         return all;
-    }
-
-    static int farthest(const QImage& a, const QImage& b)
-    {
-        int most = 0;
-        for (int y = 0; y < a.height(); ++y) {
-            for (int at = 0; at < a.width() * 4; ++at)
-                most = std::max(most, std::abs(a.constScanLine(y)[at] - b.constScanLine(y)[at]));
-        }
-        return most;
     }
 
     std::vector<QImage> parts_;
