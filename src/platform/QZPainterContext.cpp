@@ -65,7 +65,7 @@ QZPainterContext::QZPainterContext(QPainter& painter, double height, Edges edges
       pixelRatio_(snappedRatio(painter, edges)),
       pixels_(painter, pixelRatio_),
       visible_(visibleArea(painter, edges)),
-      stroker_(painter, pixelRatio_, visible_)
+      stroker_(painter, pixels_, pixelRatio_, visible_)
 {
     painter_.save();
     painter_.setRenderHint(QPainter::Antialiasing);
@@ -176,8 +176,10 @@ void QZPainterContext::strokeSegment(QZLine line)
     if (isAxisLine)
         style.width = snappedWidth();
     const QLineF target(ends[0], ends[1]);
-    if (!isAxisLine || !style.dash.isSolid() || style.cap != QZLineCap::Butt)
+    if (!isAxisLine || (style.dash.isSolid() && style.cap != QZLineCap::Butt))
         stroker_.strokeLine(target, style);
+    else if (!style.dash.isSolid())
+        stroker_.strokeAxisLine(target, style);
     else if (const auto cut = stroker_.cutLine(target, style.width))
         fillAxisLine(cut->line);
 }

@@ -8,13 +8,13 @@
 
 namespace {
 
-// Budgets in bytes; with the canvas they come to 1.2 MB.
+// Budgets in bytes; with the canvas they come to 0.8 MB.
 constexpr qsizetype lineBudget = 128 * 1024;
-constexpr qsizetype maskBudget = 512 * 1024;
+constexpr qsizetype maskBudget = 256 * 1024;
 constexpr std::size_t numberBudget = 256 * 1024;
 constexpr std::size_t mostNumberFonts = 16;
 constexpr std::size_t mostRatios = 2; // of screens a window stands on, or moves between
-constexpr QSize canvasSize(1024, 64);
+constexpr QSize canvasSize(512, 64);
 // What a cache's own node and the heap take (bytes).
 constexpr qsizetype overhead = 200;
 
@@ -22,7 +22,7 @@ constexpr qsizetype longestNumber = 32;
 constexpr qsizetype longestText = 200;
 // Device pixels; higher lines do not fit the canvas with what reaches out of them.
 constexpr double highestLine = 40.0;
-constexpr double widestLine = 900.0;
+constexpr double widestLine = 450.0;
 
 /// A device pixel and how many quarters of one lie behind it. The text engine counts in 64ths and drops the rest, but
 /// what is one of them short of the next quarter goes there.

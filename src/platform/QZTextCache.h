@@ -19,7 +19,7 @@
 /// of one line come back by their ink, and numbers, of which no two captions are alike, are put together from the ink
 /// of their characters. What is painted is what QZTextLayout paints, to a quarter of a device pixel.
 ///
-/// One per thread, each with at most 1.2 MB: what was not needed for longest goes first.
+/// One per thread, each with at most 0.8 MB: what was not needed for longest goes first.
 class QZTextCache {
 public:
     static QZTextCache& ofThread();
