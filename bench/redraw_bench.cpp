@@ -1,11 +1,13 @@
-// Redraw of a full layer against the same strokes on a bare painter, in one process; and a figure that runs far off the
-// pane against the same one inside it. What counts is the ratio.
+// Redraw of a full layer against the same strokes and captions on a bare painter, in one process; and a figure that
+// runs far off the pane against the same one inside it. What counts is the ratio.
 
+#include "BareContext.h"
 #include "Ruler.h"
 #include "bench_support.h"
 #include "platform/QZPainterContext.h"
 #include "surface/QZPaintLayer.h"
 #include "tools/QZPaintStraightLines.h"
+#include "tools/QZPaintToolTable.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -121,6 +123,66 @@ void drawBare(QImage& image, const std::vector<BareFigure>& figures)
     benchmark::DoNotOptimize(image.constBits());
 }
 
+struct Portion {
+    std::int64_t type = QZShapeTypeNone;
+    int count = 0;
+};
+
+struct Captioned {
+    const char* name;
+    std::vector<Portion> portions;
+};
+
+const std::vector<Captioned>& captionedScenes()
+{
+    static const std::vector<Captioned> all{
+        {"M3, 300 golden sections", {{QZSTGoldenSection, 300}}},
+        {"M4, segments, golden sections, waves, rectangles",
+         {{QZSTLineSegment, 30}, {QZSTGoldenSection, 10}, {QZST5Waves, 10}, {QZSTRectangle, 10}}}};
+    return all;
+}
+
+void fillLayer(BenchView& view, const Captioned& scene)
+{
+    Scatter scatter;
+    int figure = 0;
+    for (const Portion& portion : scene.portions) {
+        for (int i = 0; i < portion.count; ++i) {
+            auto graph = createPaintTool(portion.type);
+            const std::vector<QZPoint> points = scatter.points(graph->maxPointCount());
+            graph = view.finished(std::move(graph), points);
+            const Look look = lookOf(figure++);
+            graph->setStrokeColor(look.color);
+            graph->setLineWidth(look.width);
+            graph->setLineType(look.lineType);
+            view.paintLayer()->graphs().add(std::move(graph));
+        }
+    }
+}
+
+void compareRedraw(Ruler& ruler, const std::string& name, BenchView& view, const Work& bare, double atMost)
+{
+    const auto redraw = [&view] {
+        view.displayPaintLayer();
+        benchmark::DoNotOptimize(view.paintLayer()->contents(paneSize, 1.0).constBits());
+    };
+    ruler.compare(name, {redraw}, bare, atMost);
+}
+
+void compareCaptioned(Ruler& ruler, const Captioned& scene)
+{
+    BenchView view;
+    fillLayer(view, scene);
+    BareContext bare(paneSize);
+    view.paintLayer()->drawInContext(bare);
+    QImage image(paneSize, QImage::Format_ARGB32_Premultiplied);
+    compareRedraw(ruler, scene.name, view, {[&] {
+                      bare.draw(image);
+                      benchmark::DoNotOptimize(image.constBits());
+                  }},
+                  1.2);
+}
+
 struct Reach {
     const char* name;
     double width;
@@ -171,12 +233,10 @@ int main(int argc, char** argv)
         fillLayer(view, scene);
         const std::vector<BareFigure> figures = bareFigures(scene);
         QImage image(paneSize, QImage::Format_ARGB32_Premultiplied);
-        const auto redraw = [&view] {
-            view.displayPaintLayer();
-            benchmark::DoNotOptimize(view.paintLayer()->contents(paneSize, 1.0).constBits());
-        };
-        ruler.compare(scene.name, {redraw}, {[&] { drawBare(image, figures); }}, 1.1);
+        compareRedraw(ruler, scene.name, view, {[&] { drawBare(image, figures); }}, 1.1);
     }
+    for (const Captioned& scene : captionedScenes())
+        compareCaptioned(ruler, scene);
     for (const Reach& reach : reaches)
         compareReaches(ruler, reach);
     return ruler.result();

@@ -29,6 +29,7 @@ set(qz_public_headers
     panels/QZPopUpButton.h
     platform/QZAlert.h
     platform/QZCursor.h
+    platform/QZDevicePixels.h
     platform/QZFont.h
     platform/QZFrameComFun.h
     platform/QZGeometry.h

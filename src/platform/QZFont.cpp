@@ -1,6 +1,6 @@
 #include "platform/QZFont.h"
 
-#include "platform/QZTextLayout.h"
+#include "platform/QZTextCache.h"
 
 #include <QStringList>
 
@@ -39,5 +39,5 @@ QFont labelFont(double size)
 
 QZTextSize measureText(const QString& text, const QFont& font)
 {
-    return QZTextLayout(text, font).size();
+    return QZTextCache::ofThread().size(text, font);
 }

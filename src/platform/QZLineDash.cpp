@@ -35,6 +35,16 @@ QZLineDash::QZLineDash(double phase, std::span<const double> lengths)
     phase_ = std::isfinite(phase) ? phase : 0.0;
 }
 
+QZLineDash QZLineDash::scaled(double ratio) const
+{
+    QZLineDash dash = *this;
+    dash.phase_ = 0.0;
+    dash.period_ *= ratio;
+    for (double& length : dash.lengths_)
+        length *= ratio;
+    return dash;
+}
+
 double QZLineDash::offset(double way) const
 {
     if (isSolid())

@@ -20,6 +20,10 @@ public:
     [[nodiscard]] bool isSolid() const { return count_ == 0; }
     /// The lengths of one period, on and off in turns: an even count.
     [[nodiscard]] std::span<const double> lengths() const { return {lengths_.data(), count_}; }
+    /// The sum of lengths(); 0 in a solid one.
+    [[nodiscard]] double period() const { return period_; }
+    /// The same pattern in a unit of which there are `ratio` per px, starting with its phase 0.
+    [[nodiscard]] QZLineDash scaled(double ratio) const;
     /// Where (px, below the period's length) in the pattern a line is, `way` px behind its start; 0 in a solid one.
     [[nodiscard]] double offset(double way) const;
 

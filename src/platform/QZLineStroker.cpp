@@ -1,10 +1,13 @@
 #include "platform/QZLineStroker.h"
 
+#include "platform/QZDashStrips.h"
+
 #include <QPainterPath>
 #include <QPen>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <numbers>
 
 namespace {
@@ -108,6 +111,49 @@ void QZLineStroker::strokeLine(const QLineF& line, const QZStrokeStyle& style)
         const std::array ends{cut->line.p1(), cut->line.p2()};
         strokeDashes({ends, cut->skipped, false}, style);
     }
+}
+
+void QZLineStroker::strokeAxisLine(const QLineF& line, const QZStrokeStyle& style)
+{
+    const auto cut = cutLine(line, style.width);
+    if (cut && !(pixels_.areReached() && style.cap == QZLineCap::Butt && strokeFromStrip(*cut, style)))
+        strokeLine(line, style);
+}
+
+bool QZLineStroker::strokeFromStrip(const QZCutLine& cut, const QZStrokeStyle& style)
+{
+    const QPointF start = pixels_.at(cut.line.p1());
+    const QPointF end = pixels_.at(cut.line.p2());
+    const bool isVertical = start.x() == end.x();
+    const double from = isVertical ? start.y() : start.x();
+    const double to = isVertical ? end.y() : end.x();
+    const double first = std::ceil(std::min(from, to));
+    const double last = std::floor(std::max(from, to));
+    if (first >= last)
+        return false;
+    const bool isBack = to < from;
+    const double offset = style.dash.offset(cut.skipped) * pixelRatio_;
+    const double width = style.width * pixelRatio_;
+    const QZDashStrips::Stretch whole{.isVertical = isVertical,
+                                      .start = static_cast<int>(first),
+                                      .length = static_cast<int>(last - first),
+                                      .side = qRound((isVertical ? start.x() : start.y()) - width / 2.0),
+                                      .width = qRound(width),
+                                      .way = isBack ? first - from - offset : first - from + offset,
+                                      .isBack = isBack};
+    if (!QZDashStrips::ofThread().draw(pixels_, pixelRatio_, whole, style.dash, style.color))
+        return false;
+    // The ends reach into one more pixel each.
+    const auto strokeRest = [&](double restFrom, double restTo) {
+        if (restFrom == restTo)
+            return;
+        const auto at = [&](double place) { return cut.line.pointAt((place - from) / (to - from)); };
+        const std::array rest{at(restFrom), at(restTo)};
+        strokeDashes({rest, cut.skipped + std::abs(restFrom - from) / pixelRatio_, false}, style);
+    };
+    strokeRest(from, isBack ? last : first);
+    strokeRest(isBack ? first : last, to);
+    return true;
 }
 
 void QZLineStroker::forEachRun(std::span<const Subpath> path, const QZStrokeStyle& style,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/QZDevicePixels.h"
 #include "platform/QZGraphicsContext.h"
 #include "platform/QZLineDash.h"
 
@@ -28,10 +29,10 @@ struct QZStrokeStyle {
 /// outline grows with the square of its length. Vector devices get whole polylines and the pen's dashes.
 class QZLineStroker {
 public:
-    /// `painter` is borrowed; nothing outside `visible` needs to be drawn. `pixelRatio` is device pixels per px, 0 for
-    /// vectors.
-    QZLineStroker(QPainter& painter, double pixelRatio, const QRectF& visible)
-        : painter_(painter), pixelRatio_(pixelRatio), visible_(visible)
+    /// `painter` and its `pixels` are borrowed; nothing outside `visible` needs to be drawn. `pixelRatio` is device
+    /// pixels per px, 0 for vectors.
+    QZLineStroker(QPainter& painter, const QZDevicePixels& pixels, double pixelRatio, const QRectF& visible)
+        : painter_(painter), pixels_(pixels), pixelRatio_(pixelRatio), visible_(visible)
     {}
 
     struct Subpath {
@@ -41,6 +42,8 @@ public:
     /// Subpaths of one path: where they overlap, a translucent colour counts once.
     void stroke(std::span<const Subpath> path, const QZStrokeStyle& style);
     void strokeLine(const QLineF& line, const QZStrokeStyle& style);
+    /// A horizontal or vertical line whose sides lie between device pixels; its dashes come from strips where they can.
+    void strokeAxisLine(const QLineF& line, const QZStrokeStyle& style);
     /// A whole ellipse, which is not cut. `style` is solid.
     void strokeEllipse(const QRectF& bounds, const QZStrokeStyle& style);
 
@@ -58,9 +61,11 @@ private:
     void strokeAsOne(std::span<const Subpath> path, const QZStrokeStyle& style);
     void strokeRun(const QZLineRun& run, double width);
     void strokeInPieces(std::span<const QPointF> polyline, double reach);
+    bool strokeFromStrip(const QZCutLine& cut, const QZStrokeStyle& style);
     void strokeDashes(const QZLineRun& run, const QZStrokeStyle& style);
 
     QPainter& painter_;
+    const QZDevicePixels& pixels_;
     double pixelRatio_;
     QRectF visible_;
 

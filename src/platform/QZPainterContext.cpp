@@ -1,5 +1,6 @@
 #include "platform/QZPainterContext.h"
 
+#include "platform/QZTextCache.h"
 #include "platform/QZTextLayout.h"
 
 #include <QPaintEngine>
@@ -62,8 +63,9 @@ QZPainterContext::QZPainterContext(QPainter& painter, double height, Edges edges
     : painter_(painter),
       height_(height),
       pixelRatio_(snappedRatio(painter, edges)),
+      pixels_(painter, pixelRatio_),
       visible_(visibleArea(painter, edges)),
-      stroker_(painter, pixelRatio_, visible_)
+      stroker_(painter, pixels_, pixelRatio_, visible_)
 {
     painter_.save();
     painter_.setRenderHint(QPainter::Antialiasing);
@@ -174,8 +176,10 @@ void QZPainterContext::strokeSegment(QZLine line)
     if (isAxisLine)
         style.width = snappedWidth();
     const QLineF target(ends[0], ends[1]);
-    if (!isAxisLine || !style.dash.isSolid() || style.cap != QZLineCap::Butt)
+    if (!isAxisLine || (style.dash.isSolid() && style.cap != QZLineCap::Butt))
         stroker_.strokeLine(target, style);
+    else if (!style.dash.isSolid())
+        stroker_.strokeAxisLine(target, style);
     else if (const auto cut = stroker_.cutLine(target, style.width))
         fillAxisLine(cut->line);
 }
@@ -370,13 +374,14 @@ void QZPainterContext::drawText(const QString& text, const QFont& font, const QC
     const auto target = flipped(rect);
     if (!target)
         return;
-    const QZTextLayout layout(text, font);
+    const QZTextSize size = measureText(text, font);
     // A glyph may reach out of its line: accents upwards, italics to the side.
-    const double margin = layout.size().height;
-    const QRectF ink(target->topLeft(), QSizeF(layout.size().width, layout.size().height));
-    if (!visible_.intersects(ink.adjusted(-margin, -margin, margin, margin)))
+    const double margin = size.height;
+    const QRectF ink(target->topLeft(), QSizeF(size.width, size.height));
+    if (!visible_.intersects(ink.adjusted(-margin, -margin, margin, margin)) ||
+        QZTextCache::ofThread().draw(pixels_, pixelRatio_, text, font, color, target->topLeft()))
         return;
     painter_.setPen(color);
     stroker_.forgetPen();
-    layout.draw(painter_, target->topLeft());
+    QZTextLayout(text, font).draw(painter_, target->topLeft());
 }

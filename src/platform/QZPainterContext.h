@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/QZDevicePixels.h"
 #include "platform/QZGraphicsContext.h"
 #include "platform/QZLineStroker.h"
 
@@ -93,7 +94,8 @@ private:
     QPainter& painter_;
     double height_;
     double pixelRatio_; // device pixels per px where edges are snapped, 0 where they are exact
-    QRectF visible_;    // the painter's clip, y downwards
+    QZDevicePixels pixels_;
+    QRectF visible_; // the painter's clip, y downwards
     QZLineStroker stroker_;
     State state_;
     std::vector<State> saved_;

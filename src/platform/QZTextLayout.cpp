@@ -1,5 +1,6 @@
 #include "platform/QZTextLayout.h"
 
+#include <QGlyphRun>
 #include <QTextOption>
 
 #include <algorithm>
@@ -42,4 +43,15 @@ QZTextLayout::QZTextLayout(const QString& text, const QFont& font) : layout_(wit
         size_.height += line.height();
     }
     layout_.endLayout();
+}
+
+std::vector<double> QZTextLayout::stops() const
+{
+    const QList<QGlyphRun> runs = layout_.glyphRuns();
+    if (runs.size() != 1 || runs[0].positions().size() != layout_.text().size())
+        return {};
+    std::vector<double> stops;
+    for (const QPointF position : runs[0].positions())
+        stops.push_back(position.x());
+    return stops;
 }

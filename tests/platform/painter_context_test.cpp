@@ -151,6 +151,16 @@ TEST(PainterContext, PutsInkWhereTheFigureIs)
           // 100000 = 14285 * 7 + 5
           Row{"far dash", four, segment({-100000, 9.5}, {20, 9.5}), "..####...####...####"},
           // 39999.5 + 30.5 = 5718 * 7 + 4
+          Row{"dash to the left", four, segment({20, 9.5}, {0, 9.5}), "..####...####...####"},
+          Row{"dash upwards", four, segment({9.5, 0}, {9.5, 20}), "..####...####...####", {9, 0}, down},
+          Row{"dash from within a pixel", four, segment({2.5, 9.5}, {19.5, 9.5}), "..+###+..+###+..+##+"},
+          Row{"dash to the left, ratio 1.5",
+              {.dash = {3, 2}},
+              segment({20, 10}, {13, 10}),
+              "+##+..+####",
+              {19, 15},
+              {1, 0},
+              1.5},
           Row{"bent dash", four, path({{{-30.5, 40009}, {-30.5, 9.5}, {20, 9.5}}}), "...####...####...###"},
           Row{"slanted dash", slanted, segment({0, 20}, {20, 0}), "####...####...####..", {0, 0}, {1, 1}},
           Row{"butt", w4, tick, "....####....", {4, 10}},
@@ -284,6 +294,7 @@ TEST(PainterContext, AVectorFileGetsWholeLinesDashesAndText)
     {
         QZPainterContext context(painter, 100, QZPainterContext::Edges::Exact);
         with({.width = 2, .dash = {10, 5, 2}, .phase = 4}, path({{{-90000, 49.75}, {50, 49.75}, {60, 20}}}))(context);
+        segment({0, 10}, {100, 10})(context);
         context.clearRect({0, 0, 100, 100});
         context.drawText(u"12.50"_s, systemFont(12), Qt::black, {5, 5, 40, 15});
     }
@@ -292,7 +303,8 @@ TEST(PainterContext, AVectorFileGetsWholeLinesDashesAndText)
     SCOPED_TRACE(text.toStdString());
     EXPECT_TRUE(text.contains(R"(stroke-dasharray="10,5,2,10,5,2" stroke-dashoffset="4")"));
     EXPECT_TRUE(text.contains("M-90000,50.25 L50,50.25 L60,80") && text.contains(">12.50</text>"));
-    EXPECT_EQ(text.count("<poly") + text.count("<path"), 1);
+    EXPECT_EQ(text.count("<poly") + text.count("<path"), 2);
+    EXPECT_FALSE(text.contains("<image"));
 }
 
 TEST(Text, IsDrawnInTheBoxThatItMeasures)

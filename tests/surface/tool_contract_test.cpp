@@ -54,12 +54,15 @@ protected:
         return context;
     }
 
-    static QImage painted(QZPaintGraph& graph)
+    /// A painter that scales by anything but the ratio, however little, gets nothing that was prepared for its pixels.
+    static QImage painted(QZPaintGraph& graph, double ratio = 1.0, double scale = 1.0)
     {
-        QImage image(400, 300, QImage::Format_ARGB32_Premultiplied);
+        QImage image(QSizeF(400 * ratio, 300 * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
         image.fill(Qt::transparent);
         QPainter painter(&image);
-        QZPainterContext context(painter, image.height(), QZPainterContext::Edges::PixelSnapped);
+        painter.scale(scale, scale);
+        QZPainterContext context(painter, 300, QZPainterContext::Edges::PixelSnapped);
         graph.drawInContext(context);
         return image;
     }
@@ -193,6 +196,22 @@ TEST_P(ToolContract, DrawsNothingWhenHiddenAndSurvivesAMissingChartAndAMissingLa
         graph->setLayer(nullptr);
     }
     pane.layer().setManagerView(&pane.view());
+}
+
+TEST_P(ToolContract, LooksTheSameFromPreparedCaptionsAndDashes)
+{
+    const auto graph = restored(axises);
+    for (const double ratio : {1.0, 1.5, 2.0}) {
+        const QImage plain = painted(*graph, ratio, 1.0 + 1e-14);
+        painted(*graph, ratio);
+        const QImage prepared = painted(*graph, ratio);
+        int worst = 0;
+        for (int i = 0; i < plain.width() * plain.height(); ++i) {
+            const QPoint at(i % plain.width(), i / plain.width());
+            worst = std::max(worst, std::abs(qAlpha(plain.pixel(at)) - qAlpha(prepared.pixel(at))));
+        }
+        EXPECT_LE(worst, 256 / 4) << "a quarter of a pixel, at ratio " << ratio;
+    }
 }
 
 TEST_P(ToolContract, IsHitWhereItIsDrawn)
