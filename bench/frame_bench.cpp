@@ -1,5 +1,5 @@
 // A frame of a gesture, one figure in the hand among many golden sections, against what cannot be left out of it: the
-// pictures of the others and that one figure.
+// pictures of the others and that one figure. And how figures follow a scroll, against the host's conversions.
 
 #include "Ruler.h"
 #include "bench_support.h"
@@ -61,6 +61,26 @@ public:
         graph->mouseDown({400.0, 300.0});
         compare(ruler, "placing", *graph, false, [this](QZPoint to) { layer_.mouseMoved(to); });
         layer_.cancelCurrentGraph();
+    }
+
+    /// What the layer does to follow the chart, against the host's own answers.
+    void compareScroll(Ruler& ruler)
+    {
+        const auto graphs = layer_.graphs().snapshot();
+        const auto reload = [&graphs] {
+            for (const auto& graph : *graphs)
+                graph->reloadKeyPoints();
+        };
+        const QZPaintChart* chart = &view_;
+        benchmark::DoNotOptimize(chart); // hooks are virtual; known to be this view's they would be built in
+        const auto bare = [chart, &graphs] {
+            for (const auto& graph : *graphs) {
+                const QZPoint start = chart->convertFromLogicAxis(graph->logicAxises()[0]);
+                const QZPoint end = chart->convertFromLogicAxis(graph->logicAxises()[1]);
+                benchmark::DoNotOptimize(chart->infomationForRetangle(start, end, 0));
+            }
+        };
+        ruler.compare("points of " + std::to_string(figureCount_) + " figures after a scroll", {reload}, {bare}, 1.2);
     }
 
 private:
@@ -133,6 +153,8 @@ int main(int argc, char** argv)
         Bench bench(figureCount);
         bench.compareDrag(ruler);
         bench.comparePlacing(ruler);
+        if (figureCount == 300)
+            bench.compareScroll(ruler);
     }
     return ruler.result();
 }

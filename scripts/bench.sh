@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the benchmarks and runs them one after the other, each comparison until its ratio is steady. Fails when one
 # misses its target by more than noise.
-#   scripts/bench.sh [NAME...]     of redraw, search, store, chart, render; all without any
+#   scripts/bench.sh [NAME...]     of redraw, frame, search, store, chart, render; all without any
 set -euo pipefail
 root=$(dirname -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")")
 cd -- "$root"

@@ -58,6 +58,7 @@ QZLayerImages::QZLayerImages(const QZLayerCanvas& canvas, Members members, Figur
     over_.fill(Qt::transparent);
     QZLayerCanvas{over_, canvas.clip, canvas.height}.paint(
         [over](QZPainterContext& context) { drawAll(over, context); });
+    over_.setDevicePixelRatio(1.0);
     drawOver(canvas);
 }
 
@@ -76,6 +77,10 @@ void QZLayerImages::draw(const QZLayerCanvas& canvas, QZPaintGraph& graph) const
 
 void QZLayerImages::drawOver(const QZLayerCanvas& canvas) const
 {
-    if (!over_.isNull())
-        QPainter(&canvas.image).drawImage(0, 0, over_);
+    if (over_.isNull())
+        return;
+    QImage& image = canvas.image;
+    // Pixel upon pixel, whatever their ratio to px is: a painter of the image itself would scale.
+    QImage pixels(image.bits(), image.width(), image.height(), image.bytesPerLine(), image.format());
+    QPainter(&pixels).drawImage(0, 0, over_);
 }

@@ -103,7 +103,6 @@ bool QZPaintLayer::drawStep(const QZLayerCanvas& canvas)
         return false;
     const std::lock_guard lock(graphs_);
     const auto members = graphs_.snapshot();
-    // The chart, asked while they draw, may report a change: then images_ stays empty.
     if (const auto images = images_; images && images->areOf(members)) {
         images->draw(canvas, *current);
         return true;
@@ -115,8 +114,7 @@ bool QZPaintLayer::drawStep(const QZLayerCanvas& canvas)
     const QZLayerImages::Figures over = drawn.subspan(under + (isFinished ? 1 : 0));
     if (isFinished != graphs_.contains(current.get()) || !QZLayerImages::canPicture(over))
         return false;
-    const auto images = std::make_shared<const QZLayerImages>(canvas, members, drawn.first(under), *current, over);
-    images_ = changed_ == Changed::Everything ? nullptr : images;
+    images_ = std::make_shared<const QZLayerImages>(canvas, members, drawn.first(under), *current, over);
     return true;
 }
 
@@ -141,7 +139,6 @@ void QZPaintLayer::drawGraphs(QPainter& painter)
 
 void QZPaintLayer::setNeedsDisplay()
 {
-    images_.reset();
     changed_ = stale_ = Changed::Everything;
     if (managerView_ != nullptr)
         managerView_->updateOverlay();

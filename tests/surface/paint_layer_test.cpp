@@ -158,7 +158,7 @@ TEST(PaintLayer, WhatChangesDuringADragShowsInItsNextFrame)
         TestPane pane;
         std::shared_ptr<QZPaintGraph> under = pane.draw(QZSTHorizon, {{100, 100}});
         std::shared_ptr<QZPaintGraph> graph = pane.draw(QZSTLineSegment, {{100, 60}, {200, 150}});
-        std::shared_ptr<QZPaintGraph> over = pane.draw(QZSTToolText, {{120, 120}});
+        std::shared_ptr<QZPaintGraph> over = pane.draw(QZSTToolText, {{150, 105}});
         void scroll()
         {
             pane.chart().scroll = 50;
@@ -214,8 +214,11 @@ TEST(PaintLayer, WhatChangesDuringADragShowsInItsNextFrame)
         row.act(drag);
         const QImage after = frameAt(2);
         EXPECT_TRUE(after.size() != before.size() || Picture::farthest(after, before) > 9);
+        frameAt(1);
+        const QImage later = frameAt(2);
         pane.view().displayPaintLayer();
-        EXPECT_LE(Picture::farthest(after, frameAt(2)), 2);
+        const QImage whole = frameAt(2);
+        EXPECT_LE(std::max(Picture::farthest(after, whole), Picture::farthest(later, whole)), 2);
     }
 }
 

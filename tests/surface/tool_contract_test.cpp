@@ -80,7 +80,7 @@ protected:
     void expectSteps(const char* name, const std::function<void(QZPoint)>& moveTo, QZPoint to)
     {
         SCOPED_TRACE(name);
-        const auto frame = [this] { return pane.layer().contents({400, 300}, 1.0); };
+        const auto frame = [this] { return pane.layer().contents({400, 300}, 1.25); };
         for (const double way : {40.0, 20.0}) {
             moveTo({to.x - way, to.y - 5});
             frame();
